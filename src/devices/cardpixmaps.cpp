@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "cardpixmaps.h"
+
+#include <QtGui/QIcon>
+#include <QtGui/QPixmapCache>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+// A null pixmap is not kept: the host may register its resources after the first painting.
+QPixmap cachedPixmap(QLatin1StringView family, const QString &path, const QSize &size)
+{
+    if (path.isEmpty())
+        return {};
+    const QString key =
+        family + u':' + path + u':' + QString::number(size.width()) + u'x' + QString::number(size.height());
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    pixmap = QIcon(path).pixmap(size, QIcon::Normal, QIcon::Off);
+    if (!pixmap.isNull())
+        QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+} // namespace
+
+QPixmap cachedResourcePixmap(const QString &path, const QSize &size)
+{
+    return cachedPixmap("res"_L1, path, size);
+}
+
+QPixmap itemPixmap(const QVariant &value, const QSize &size)
+{
+    if (value.canConvert<QIcon>())
+        return value.value<QIcon>().pixmap(size, QIcon::Normal, QIcon::Off);
+    if (value.typeId() == QMetaType::QString)
+        return cachedPixmap("img"_L1, value.toString(), size);
+    return {};
+}
