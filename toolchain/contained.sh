@@ -22,8 +22,8 @@ as_owner() {
 run_contained() {
     unshare "$@" <&0 &
     local child=$! status=0
-    trap 'kill -KILL '"$child"' 2>/dev/null; wait '"$child"' 2>/dev/null; exit 130' INT
-    trap 'kill -KILL '"$child"' 2>/dev/null; wait '"$child"' 2>/dev/null; exit 143' TERM HUP
+    trap 'kill -KILL '"$child"' 2>/dev/null; wait '"$child"' 2>/dev/null || :; exit 130' INT
+    trap 'kill -KILL '"$child"' 2>/dev/null; wait '"$child"' 2>/dev/null || :; exit 143' TERM HUP
     wait "$child" || status=$?
     trap - INT TERM HUP
     return "$status"

@@ -5,7 +5,6 @@
 
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QJsonObject>
-#include <QtCore/QtPlugin>
 #include <QtGui/QIcon>
 #include <QtWidgets/QAbstractItemDelegate>
 #include <QtWidgets/QMainWindow>

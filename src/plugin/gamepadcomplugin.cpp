@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "recordedqtversion.h"
+
+#include "gamepadcomplugin.h"
+
+#include "deviceitemdelegate.h"
+#include "linkerdevicemodel.h"
+
+using namespace Qt::StringLiterals;
+
+GamepadComPlugin::GamepadComPlugin()
+{
+    registerContractTypes();
+}
+
+QString GamepadComPlugin::providerName()
+{
+    return u"velor"_s;
+}
+
+QString GamepadComPlugin::interfaceName()
+{
+    return u"Gamepad"_s;
+}
+
+QAbstractListModel *GamepadComPlugin::model(const QString &context, QObject *parent)
+{
+    if (!m_model) {
+        m_model = new LinkerDeviceModel(context, parent);
+        connect(m_model, &LinkerDeviceModel::selectedInterfacesChanged, this,
+                &GamepadComPlugin::selectedInterfacesChanged);
+        // A delegate that served a model which has died goes on with the new one.
+        if (m_delegate && m_delegateWired)
+            wireDelegateToModel();
+    }
+    return m_model;
+}
+
+QAbstractItemDelegate *GamepadComPlugin::delegate(QObject *parent)
+{
+    if (!m_delegate) {
+        m_delegate = new DeviceItemDelegate(parent);
+        m_delegateWired = m_model != nullptr;
+        wireDelegateToModel();
+    }
+    return m_delegate;
+}
+
+// Without a model Qt reports the missing receiver, which tells the host's author that the order is wrong.
+void GamepadComPlugin::wireDelegateToModel()
+{
+    connect(m_delegate, &DeviceItemDelegate::requestDelete, m_model, &LinkerDeviceModel::deleteDevice);
+    connect(m_delegate, &DeviceItemDelegate::toggledSelect, m_model, &LinkerDeviceModel::setSelected);
+}
+
+void GamepadComPlugin::selectedInterfaces(QList<IComInterface *> &ifaces, QJsonArray &infos)
+{
+    if (m_model) {
+        m_model->collectSelected(ifaces, infos);
+        return;
+    }
+    ifaces.clear();
+    infos = {};
+}
+
+QMainWindow *GamepadComPlugin::configWindow(QWidget *parent)
+{
+    if (!m_window) {
+        m_window = new QMainWindow(parent);
+        m_window->setWindowTitle(u"Gamepad"_s);
+    }
+    return m_window;
+}
+
+int GamepadComPlugin::reservedFlagA()
+{
+    return 0;
+}
+
+int GamepadComPlugin::reservedFlagB()
+{
+    return 0;
+}
+
+QJsonObject GamepadComPlugin::info()
+{
+    return {};
+}
+
+void GamepadComPlugin::setServices(const QJsonObject &services)
+{
+    m_services = services;
+}
+
+QIcon GamepadComPlugin::icon()
+{
+    return QIcon(u":/icon/ressources/console-video.png"_s);
+}
+
+#include "moc_gamepadcomplugin.cpp"
