@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "displayprobe.h"
+
+bool windowsCanBeMade()
+{
+    return true;
+}
