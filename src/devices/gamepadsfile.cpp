@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "gamepadsfile.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+bool writeWhole(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    const bool written = file.write(bytes) == bytes.size() && file.flush();
+    file.close();
+    // What a full disk refuses can show as late as here.
+    if (written && file.error() == QFileDevice::NoError)
+        return true;
+    file.remove();
+    return false;
+}
+} // namespace
+
+QString gamepadsFilePath(const QString &context)
+{
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u'/' + context + "/VelorCom"_L1;
+    QDir().mkpath(folder);
+    return folder + "/gamepads.json"_L1;
+}
+
+QByteArray readGamepadsFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeGamepadsFile(const QString &path, const QByteArray &json)
+{
+    const QString temporary = path + ".tmp"_L1;
+    if (!writeWhole(temporary, json))
+        return false;
+    QFile::remove(path);
+    return QFile::rename(temporary, path);
+}

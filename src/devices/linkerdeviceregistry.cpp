@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "deviceidentity.h"
+#include "gamepadmanager.h"
+#include "gamepadsfile.h"
+#include "linkerdevicemodel.h"
+
+#include <QtCore/QSet>
+#include <QtCore/QTimer>
+
+// The manager dies with whichever object was its parent, which can be another model. The devices died with
+// it, so the rows ask for a new one.
+GamepadManager *LinkerDeviceModel::manager()
+{
+    GamepadManager *current = GamepadManager::instance(this);
+    if (current == m_manager)
+        return current;
+    m_manager = current;
+    connect(current, &GamepadManager::gamepadsChanged, this, &LinkerDeviceModel::onManagerChanged);
+    connect(current, &GamepadManager::gamepadAdded, this, &LinkerDeviceModel::onGamepadAdded);
+    connect(current, &GamepadManager::gamepadRemoved, this, &LinkerDeviceModel::onGamepadRemoved);
+    connect(current, &QObject::destroyed, this,
+            [this] { QTimer::singleShot(0, this, &LinkerDeviceModel::syncWithManager); });
+    if (!m_autoDetect)
+        current->stopTimers();
+    return current;
+}
+
+void LinkerDeviceModel::loadFromDisk()
+{
+    const GamepadsDocument document = parseGamepads(readGamepadsFile(gamepadsFilePath(m_context)));
+    LiveDevices devices;
+    for (const QPointer<ControlManette> &device : manager()->gamepads()) {
+        if (device)
+            devices.insert(usnOfSlot(device->deviceId()), device);
+    }
+
+    beginResetModel();
+    forgetRows(devices);
+    m_previousCount = document.lastCount;
+    m_otherKeys = document.otherKeys;
+    for (const StoredDevice &stored : document.devices) {
+        DeviceRecord record;
+        record.infoObject = stored.infoObject;
+        record.kv = stored.kv;
+        if (ControlManette *device = devices.value(stored.usn))
+            adopt(record, *device);
+        m_records.insert(stored.usn, record);
+        m_usnOrder.append(stored.usn);
+    }
+    endResetModel();
+    Q_EMIT countChanged();
+    Q_EMIT previousCountChanged();
+
+    const QStringList order = m_usnOrder;
+    for (const QString &usn : order) {
+        DeviceRecord *record = recordOf(usn);
+        if (!record || !selectedByUser(*record))
+            continue;
+        ensureInterface(*record, usn);
+        startInterface(usn);
+    }
+    QTimer::singleShot(0, this, &LinkerDeviceModel::syncSelected);
+}
+
+// Devices that stayed bound to the rows of before would be bound once more with each change of context.
+void LinkerDeviceModel::forgetRows(const LiveDevices &devices)
+{
+    for (const QPointer<ControlManette> &device : devices) {
+        if (device)
+            device->disconnect(this);
+    }
+    for (DeviceRecord &record : m_records)
+        releasePlaceholder(record);
+    m_usnOrder.clear();
+    m_records.clear();
+}
+
+void LinkerDeviceModel::saveToDisk() const
+{
+    GamepadsDocument document;
+    document.otherKeys = m_otherKeys;
+    for (const QString &usn : m_usnOrder) {
+        const DeviceRecord &record = *m_records.constFind(usn);
+        document.devices.append({usn, record.live ? identityOf(*record.live) : record.infoObject, record.kv});
+    }
+    // Nobody is told of a failure: the old file is still there, and the next change tries again.
+    std::ignore = writeGamepadsFile(gamepadsFilePath(m_context), gamepadsJson(document));
+}
+
+void LinkerDeviceModel::syncWithManager()
+{
+    QSet<QString> seen;
+    for (const QPointer<ControlManette> &device : manager()->gamepads()) {
+        if (!device)
+            continue;
+        seen.insert(usnOfSlot(device->deviceId()));
+        mergeLive(device);
+    }
+    const QStringList order = m_usnOrder;
+    for (const QString &usn : order) {
+        if (!seen.contains(usn))
+            markAbsent(usn);
+    }
+    saveToDisk();
+    syncSelected();
+}
+
+void LinkerDeviceModel::mergeLive(ControlManette *device)
+{
+    const QString usn = usnOfSlot(device->deviceId());
+    DeviceRecord *record = recordOf(usn);
+    if (!record) {
+        insertLive(usn, *device);
+        return;
+    }
+    releasePlaceholder(*record);
+    record->live = device;
+    record->isConnected = true;
+    record->capabilities = capabilitiesOf(*device);
+    announce(usn,
+             {NameRole, ConnectedRole, VideoInterfacesRole, ProductRole, ImageRole, ModelRole, JsonRole});
+
+    record = recordOf(usn);
+    if (!record)
+        return;
+    ensureInterface(*record, usn);
+    if (selectedByUser(*record))
+        startInterface(usn);
+}
+
+void LinkerDeviceModel::insertLive(const QString &usn, ControlManette &device)
+{
+    DeviceRecord record;
+    adopt(record, device);
+    beginInsertRows({}, count(), count());
+    m_records.insert(usn, record);
+    m_usnOrder.append(usn);
+    endInsertRows();
+    Q_EMIT countChanged();
+}
+
+void LinkerDeviceModel::adopt(DeviceRecord &record, ControlManette &device)
+{
+    record.live = &device;
+    record.isConnected = true;
+    record.productName = device.name();
+    record.infoObject = identityOf(device);
+    record.capabilities = capabilitiesOf(device);
+}
+
+void LinkerDeviceModel::markAbsent(const QString &usn)
+{
+    DeviceRecord *record = recordOf(usn);
+    if (!record || !record->isConnected)
+        return;
+    record->isConnected = false;
+    record->live.clear();
+    record->linkState = DeviceRecord::NoLink;
+    if (selectedByUser(*record)) {
+        ensureInterface(*record, usn);
+    } else {
+        releasePlaceholder(*record);
+        record->iface.clear();
+        record->ifaceIsStub = false;
+    }
+    announce(usn, {ConnectedRole, LinkStateRole, JsonRole});
+}
+
+bool LinkerDeviceModel::deleteDevice(const QString &usn)
+{
+    if (!m_usnOrder.contains(usn) || !m_records.contains(usn))
+        return false;
+
+    // Stopping speaks to listeners, who may not be let in between the begin and the end of a removal.
+    if (DeviceRecord *record = recordOf(usn); record->iface)
+        record->iface->stop();
+    const int row = indexOfUsn(usn);
+    if (row < 0)
+        return true;
+
+    beginRemoveRows({}, row, row);
+    DeviceRecord gone = m_records.take(usn);
+    m_usnOrder.removeAt(row);
+    endRemoveRows();
+    releasePlaceholder(gone);
+
+    Q_EMIT countChanged();
+    saveToDisk();
+    syncSelected();
+    return true;
+}
+
+void LinkerDeviceModel::onManagerChanged()
+{
+    syncWithManager();
+}
+
+void LinkerDeviceModel::onGamepadAdded(ControlManette * /*gp*/)
+{
+    syncWithManager();
+}
+
+void LinkerDeviceModel::onGamepadRemoved(int /*deviceId*/)
+{
+    syncWithManager();
+}
