@@ -2,7 +2,7 @@
 #include "diagnostics.h"
 #include "linkerdevicemodel.h"
 
-bool LinkerDeviceModelselectedByUser(const QString &usn) const
+bool LinkerDeviceModel::isSelected(const QString &usn) const
 {
     const auto found = m_records.constFind(usn);
     return found != m_records.cend() && selectedByUser(*found);
