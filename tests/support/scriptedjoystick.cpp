@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "scriptedjoystick.h"
 
+#include <SFML/Window/Event.hpp>
 #include <SFML/Window/Joystick.hpp>
+#include <SFML/Window/WindowBase.hpp>
 
 #include <cassert>
+#include <deque>
 
 namespace
 {
@@ -11,6 +14,9 @@ struct Script
 {
     std::array<std::optional<scripted::Pad>, sf::Joystick::Count> slots;
     scripted::Calls calls;
+    std::array<std::string, sf::Joystick::Count> namesAsText; // what `names` were made of
+    std::array<sf::String, sf::Joystick::Count> names;
+    std::deque<scripted::WindowEvent> events;
 };
 
 Script &script()
@@ -27,6 +33,16 @@ const scripted::Pad *padIn(unsigned slot)
     }
     const auto &pad = script().slots.at(slot);
     return pad ? &*pad : nullptr;
+}
+
+// SFML keeps the name ready and hands out copies; what is made anew here would be charged to its callers.
+const sf::String &nameIn(unsigned slot, const std::string &text)
+{
+    if (script().namesAsText.at(slot) != text) {
+        script().namesAsText.at(slot) = text;
+        script().names.at(slot) = sf::String::fromUtf8(text.begin(), text.end());
+    }
+    return script().names.at(slot);
 }
 } // namespace
 
@@ -57,6 +73,16 @@ Pad &pad(unsigned slot)
 Calls &calls()
 {
     return script().calls;
+}
+
+void post(WindowEvent event)
+{
+    script().events.push_back(event);
+}
+
+std::size_t waitingEvents()
+{
+    return script().events.size();
 }
 
 Pad restingPad(const std::string &name)
@@ -113,12 +139,29 @@ float getAxisPosition(unsigned int joystick, Axis axis)
 Identification getIdentification(unsigned int joystick)
 {
     ++script().calls.getIdentification;
-    Identification identification;
-    if (const auto *pad = padIn(joystick)) {
-        identification.name = sf::String::fromUtf8(pad->name.begin(), pad->name.end());
-        identification.vendorId = pad->vendorId;
-        identification.productId = pad->productId;
-    }
-    return identification;
+    if (const auto *pad = padIn(joystick))
+        return {.name = nameIn(joystick, pad->name), .vendorId = pad->vendorId, .productId = pad->productId};
+    return {};
 }
 } // namespace sf::Joystick
+
+namespace sf
+{
+std::optional<Event> WindowBase::pollEvent()
+{
+    auto &events = script().events;
+    if (events.empty())
+        return std::nullopt;
+    const auto next = events.front();
+    events.pop_front();
+    switch (next) {
+    case scripted::WindowEvent::JoystickConnected:
+        return Event::JoystickConnected{0};
+    case scripted::WindowEvent::JoystickDisconnected:
+        return Event::JoystickDisconnected{0};
+    case scripted::WindowEvent::Other:
+        break;
+    }
+    return Event::FocusGained{};
+}
+} // namespace sf

@@ -6,8 +6,9 @@
 #include <optional>
 #include <string>
 
-/// Joysticks that exist only in a test. A program that links this defines the functions of `sf::Joystick`
-/// itself, so that the code under test, a loaded plugin included, reads what the test has set.
+/// Joysticks that exist only in a test. A program that links this defines the functions of `sf::Joystick`,
+/// and `pollEvent` of SFML's windows, itself, so that the code under test, a loaded plugin included, reads
+/// what the test has set.
 namespace scripted
 {
 /// One pad as SFML would report it. Axes that hold nothing are not present.
@@ -34,7 +35,7 @@ struct Calls
     int outsideSlots = 0; ///< calls with a slot beyond 0 to 7, which real SFML would read out of bounds
 };
 
-/// Unplugs everything and forgets all calls.
+/// Unplugs everything and forgets all calls and events.
 void reset();
 /// Makes `pad` the joystick of `slot` (0 to 7), in place of one that is there.
 void plug(unsigned slot, const Pad &pad);
@@ -42,6 +43,12 @@ void unplug(unsigned slot);
 /// The pad in `slot`, to change its readings. It must be plugged in.
 Pad &pad(unsigned slot);
 Calls &calls();
+
+/// What a window's event queue holds next; a window with no scripted event has none.
+enum class WindowEvent { JoystickConnected, JoystickDisconnected, Other };
+void post(WindowEvent event);
+/// How many posted events no window has taken yet.
+std::size_t waitingEvents();
 
 /// A pad of eight axes at rest at 0 and eleven buttons.
 Pad restingPad(const std::string &name = "Scripted Pad");

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "plainfilename.h"
+#include "profilesroot.h"
+#include "testmain.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+class TestStorage : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { failOnUnexpectedWarnings(); }
+
+    void profilesLieBelowTheApplicationsData()
+    {
+        const QString location = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+        QVERIFY(location.startsWith(temporaryHome()));
+        QCOMPARE(profilesBasePath(), location);
+        QCOMPARE(profilesRootPath(), location + u"/Gamepads"_s);
+    }
+
+    void askingForTheRootCreatesNothing()
+    {
+        clearTemporaryHome();
+        QVERIFY(!QDir(profilesRootPath()).exists());
+        QVERIFY(!QDir(profilesBasePath()).exists());
+    }
+
+    void aPlainFileNameStaysInItsFolder_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("plain");
+        QTest::newRow("a file") << u"image.png"_s << true;
+        QTest::newRow("hidden") << u".hidden"_s << true;
+        QTest::newRow("three dots") << u"..."_s << true;
+        QTest::newRow("spaces and accents") << u"ma manette à moi.json"_s << true;
+        QTest::newRow("empty") << u""_s << false;
+        QTest::newRow("this folder") << u"."_s << false;
+        QTest::newRow("folder above") << u".."_s << false;
+        QTest::newRow("path") << u"a/b.json"_s << false;
+        QTest::newRow("path above") << u"../other/meta.json"_s << false;
+        QTest::newRow("backslash") << u"a\\b.json"_s << false;
+        QTest::newRow("absolute") << u"/etc/passwd"_s << false;
+        QTest::newRow("resource") << u":/icon"_s << false;
+        QTest::newRow("closing separator") << u"a/"_s << false;
+        QTest::newRow("NUL inside") << u"a\0b"_s << false;
+    }
+    void aPlainFileNameStaysInItsFolder()
+    {
+        QFETCH(const QString, name);
+        QTEST(isPlainFileName(name), "plain");
+    }
+};
+
+GAMEPAD_TEST_MAIN(TestStorage)
+#include "tst_storage.moc"
