@@ -7,6 +7,8 @@
 #include <QtCore/QSet>
 #include <QtCore/QTimer>
 
+#include <tuple>
+
 // The manager dies with whichever object was its parent, which can be another model. The devices died with
 // it, so the rows ask for a new one.
 GamepadManager *LinkerDeviceModel::manager()
@@ -180,7 +182,7 @@ bool LinkerDeviceModel::deleteDevice(const QString &usn)
 
     beginRemoveRows({}, row, row);
     DeviceRecord gone = m_records.take(usn);
-    m_usnOrder.removeAt(row);
+    m_usnOrder.removeOne(usn);
     endRemoveRows();
     releasePlaceholder(gone);
 

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "linkerdevicemodel.h"
+#include "savecounter.h"
+
+#include <QtCore/QJsonObject>
+#include <QtCore/QStringList>
+#include <QtTest/QAbstractItemModelTester>
+
+/// What the tests of the device list share. All files lie in the temporary home of the program.
+namespace fixture
+{
+/// An empty home without joysticks, and no unexpected warning from here on.
+void startAfresh();
+
+QString folderOf(const QString &context);
+/// Writes the file of remembered devices of `context`.
+void remember(const QJsonObject &devices, const QString &context = QStringLiteral("host"));
+void writeRaw(const QByteArray &bytes, const QString &context = QStringLiteral("host"));
+/// The root object of the file, and the member of one device.
+QJsonObject stored(const QString &context = QStringLiteral("host"));
+QJsonObject storedDevice(const QString &usn, const QString &context = QStringLiteral("host"));
+
+/// A device as it stands in the file.
+QJsonObject rememberedDevice(int slot, const QJsonObject &kv = {});
+QJsonObject selectedKv();
+
+/// One run of the manager's discovery.
+void discover();
+/// Lets queued calls and deferred deletions happen.
+void settle();
+
+/// The device behind a slot, or null.
+ControlManette *liveDevice(int slot);
+} // namespace fixture
+
+/// A model that `QAbstractItemModelTester` looks over for as long as it lives.
+class TestedModel : public LinkerDeviceModel
+{
+    Q_OBJECT
+
+public:
+    explicit TestedModel(const QString &context = QStringLiteral("host"), QObject *parent = nullptr);
+
+    [[nodiscard]] QVariant at(int row, int role) const { return data(index(row), role); }
+    /// The selected interfaces as `collectSelected` gives them.
+    QList<IComInterface *> selection();
+    /// Placeholders that exist, those that wait for their deletion included.
+    [[nodiscard]] qsizetype placeholders() const;
+
+private:
+    QAbstractItemModelTester m_tester;
+};
+
+/// Everything that a model says, in order, one text per signal and one "save" for each replaced file:
+/// "data gp:0: selected linkState json", "selected 0 -1" (the slots), "inserted 0", "count".
+class ModelLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ModelLog(LinkerDeviceModel *model, const QString &context = QStringLiteral("host"));
+
+    /// What was said since the last call.
+    QStringList take();
+
+private:
+    void say(const QString &text);
+
+    SaveCounter m_saves;
+    QStringList m_said;
+};
