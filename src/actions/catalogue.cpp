@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "catalogue.h"
+
+#include "argumenttyping.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QJsonObject>
+#include <QtCore/QStringList>
+
+using namespace Qt::StringLiterals;
+
+struct FunctionCatalogue::Data : QSharedData
+{
+    QList<FunctionDef> functions;
+    QStringList signatures;
+    QHash<QString, int> firstOfName;
+    int firstNone = -1;
+};
+
+namespace
+{
+ParamDef readParam(const QJsonObject &entry)
+{
+    const QString preferred = entry.value("preferredType"_L1).toString();
+    const QString type =
+        normalizeType(preferred.isEmpty() ? entry.value("preferedType"_L1).toString() : preferred);
+    return {entry.value("name"_L1).toString(), type, defaultValueText(entry.value("default"_L1), type)};
+}
+
+FunctionDef readFunction(const QJsonObject &entry, const EditorTraits &traits)
+{
+    FunctionDef function{entry.value("name"_L1).toString(), entry.value("deviceType"_L1).toString(), {}};
+    const QJsonArray params = entry.value("params"_L1).toArray();
+    for (const QJsonValue &value : params) {
+        if (!value.isObject())
+            continue;
+        const ParamDef param = readParam(value.toObject());
+        if (traits.keepsNamelessParams || !param.name.isEmpty())
+            function.params.append(param);
+    }
+    return function;
+}
+} // namespace
+
+FunctionCatalogue::FunctionCatalogue()
+    : m_data(new Data)
+{}
+
+FunctionCatalogue::FunctionCatalogue(const FunctionCatalogue &other) = default;
+FunctionCatalogue::FunctionCatalogue(FunctionCatalogue &&other) noexcept = default;
+FunctionCatalogue &FunctionCatalogue::operator=(const FunctionCatalogue &other) = default;
+FunctionCatalogue &FunctionCatalogue::operator=(FunctionCatalogue &&other) noexcept = default;
+FunctionCatalogue::~FunctionCatalogue() = default;
+
+FunctionCatalogue FunctionCatalogue::read(const QJsonArray &entries, const EditorTraits &traits)
+{
+    auto *data = new Data;
+    FunctionCatalogue catalogue;
+    catalogue.m_data = QExplicitlySharedDataPointer<const Data>(data);
+    for (const QJsonValue &entry : entries) {
+        FunctionDef function = readFunction(entry.toObject(), traits);
+        if (function.name.isEmpty())
+            continue;
+        const auto index = static_cast<int>(data->functions.size());
+        if (!data->firstOfName.contains(function.name))
+            data->firstOfName.insert(function.name, index);
+        if (data->firstNone < 0 && function.name.compare("none"_L1, Qt::CaseInsensitive) == 0)
+            data->firstNone = index;
+        data->signatures.append(signatureText(function, traits));
+        data->functions.append(std::move(function));
+    }
+    return catalogue;
+}
+
+FunctionCatalogue FunctionCatalogue::shared(const QJsonArray &entries, const EditorTraits &traits)
+{
+    return read(entries, traits);
+}
+
+const QList<FunctionDef> &FunctionCatalogue::functions() const
+{
+    return m_data->functions;
+}
+
+const QString &FunctionCatalogue::signature(qsizetype index) const
+{
+    return m_data->signatures.at(index);
+}
+
+int FunctionCatalogue::indexOf(const QString &name) const
+{
+    return m_data->firstOfName.value(name, -1);
+}
+
+int FunctionCatalogue::indexOfNone() const
+{
+    return m_data->firstNone;
+}
