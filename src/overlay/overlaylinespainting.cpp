@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "connectorgeometry.h"
+#include "overlaylines.h"
+#include "picturegeometry.h"
+
+#include <QtGui/QPainter>
+
+namespace
+{
+/// What a scaled picture may hold beyond the widget that shows it. A narrow picture that covers a wide
+/// widget is scaled to hundreds of times its size, nearly all of it cut away.
+constexpr qint64 mostScaledPixels = 64 * 1024 * 1024;
+
+void paintCover(QPainter &painter, const QPixmap &picture, const QSize &widget)
+{
+    const QRect covered = pictureRect(picture.size(), BackgroundScaleMode::Cover, widget);
+    if (qint64{covered.width()} * covered.height() <= mostScaledPixels) {
+        const QPixmap scaled =
+            picture.scaled(widget, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+        painter.drawPixmap(centredIn(scaled.size(), widget).topLeft(), scaled);
+        return;
+    }
+    const QRectF shown = toPicture(QRect(QPoint(0, 0), widget), covered);
+    const QRectF source(shown.x() * picture.width(), shown.y() * picture.height(),
+                        shown.width() * picture.width(), shown.height() * picture.height());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, true);
+    painter.drawPixmap(QRectF(QPointF(0, 0), widget), picture, source);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+}
+} // namespace
+
+void OverlayLines::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintPicture(painter);
+    for (const OverlayLine &line : std::as_const(m_lines)) {
+        paintLine(painter, line);
+    }
+}
+
+void OverlayLines::paintPicture(QPainter &painter) const
+{
+    if (m_backgroundPixmap.isNull()) {
+        return;
+    }
+    const QRect covered = pictureRect(m_backgroundPixmap.size(), m_backgroundScaleMode, size());
+    switch (m_backgroundScaleMode) {
+    case BackgroundScaleMode::Stretch:
+    case BackgroundScaleMode::Contain:
+        painter.drawPixmap(covered, m_backgroundPixmap);
+        break;
+    case BackgroundScaleMode::Cover:
+        paintCover(painter, m_backgroundPixmap, size());
+        break;
+    case BackgroundScaleMode::Center:
+        painter.drawPixmap(covered.topLeft(), m_backgroundPixmap);
+        break;
+    }
+}
+
+void OverlayLines::paintLine(QPainter &painter, const OverlayLine &line) const
+{
+    const QWidget *from = line.from;
+    const QWidget *to = line.to;
+    if (!to || !to->isVisible()) {
+        return;
+    }
+    const QPoint start = from && from->isVisible() ? from->mapTo(this, startBelow(from->rect(), line.gap))
+                                                   : pointAt(line.fallbackStart, size());
+    const QPoint left = to->mapTo(this, leftBelow(to->rect(), line.gap));
+    const QPoint right = to->mapTo(this, rightBelow(to->rect(), line.gap));
+    const Connector connector = connectorTo(start, left, right, line.sideBias);
+
+    painter.setPen(QPen(QBrush(line.color), line.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawLine(QLine(connector.start, connector.nearCorner));
+    painter.drawLine(QLine(connector.nearCorner, connector.farCorner));
+}
