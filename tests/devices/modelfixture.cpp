@@ -69,6 +69,21 @@ QJsonObject selectedKv()
     return {{u"selected"_s, true}};
 }
 
+void plug(int slot, const QString &name)
+{
+    scripted::plug(static_cast<unsigned>(slot), scripted::restingPad(name.toStdString()));
+}
+
+void unplug(int slot)
+{
+    scripted::unplug(static_cast<unsigned>(slot));
+}
+
+void stopManager()
+{
+    GamepadManager::instance()->stopTimers();
+}
+
 void discover()
 {
     QMetaObject::invokeMethod(GamepadManager::instance(), "discoverDevices");

@@ -26,8 +26,13 @@ QJsonObject storedDevice(const QString &usn, const QString &context = QStringLit
 QJsonObject rememberedDevice(int slot, const QJsonObject &kv = {});
 QJsonObject selectedKv();
 
+/// A resting pad of eight axes and eleven buttons. The manager finds it at the next discovery.
+void plug(int slot, const QString &name = QStringLiteral("Pad"));
+void unplug(int slot);
 /// One run of the manager's discovery.
 void discover();
+/// No discovery from now on but by `discover`.
+void stopManager();
 /// Lets queued calls and deferred deletions happen.
 void settle();
 
@@ -44,6 +49,8 @@ public:
     explicit TestedModel(const QString &context = QStringLiteral("host"), QObject *parent = nullptr);
 
     [[nodiscard]] QVariant at(int row, int role) const { return data(index(row), role); }
+    /// An index that claims a row without asking whether there is one.
+    [[nodiscard]] QModelIndex forgedIndex(int row) const { return createIndex(row, 0); }
     /// The selected interfaces as `collectSelected` gives them.
     QList<IComInterface *> selection();
     /// Placeholders that exist, those that wait for their deletion included.
