@@ -78,7 +78,8 @@ bool ControlManette::passAxes(const SfmlSlot &slot, Batch &batch)
         if (!m_axisPresent[static_cast<std::size_t>(i)])
             continue;
         AxisCalibration &axis = m_axes[static_cast<std::size_t>(i)];
-        reportBias(i, axis.read(slot.axisPosition(i)), axis.bias);
+        const auto outcome = axis.read(slot.axisPosition(i));
+        reportBias(i, outcome, axis.bias);
         if (!axis.calibrated || !axis.accept() || !m_publishing)
             continue;
         const double value = axis.value;
@@ -92,7 +93,8 @@ bool ControlManette::passAxes(const SfmlSlot &slot, Batch &batch)
 
 void ControlManette::openPublishingWhenCalibrated()
 {
-    if (m_publishing)
+    // A listener may have stopped the device in this very tick.
+    if (m_publishing || !m_connected)
         return;
     for (std::size_t i = 0; i < m_axes.size(); ++i) {
         if (m_axisPresent[i] && !m_axes[i].calibrated)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "displayprobe.h"
 
-bool windowsCanBeMade()
-{
-    return true;
-}
+DisplayProbe::DisplayProbe()
+    : m_canMakeWindows(true)
+{}

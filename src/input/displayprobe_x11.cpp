@@ -47,13 +47,14 @@ bool hasOpenGl(Display *display)
 }
 } // namespace
 
-bool windowsCanBeMade()
+DisplayProbe::DisplayProbe()
 {
-    const std::unique_ptr<Display, int (*)(Display *)> display(XOpenDisplay(nullptr), XCloseDisplay);
-    if (!display || !hasTrueColour(display.get()))
-        return false;
+    Display *display = XOpenDisplay(nullptr);
+    if (!display)
+        return;
+    m_connection = std::shared_ptr<Display>(display, XCloseDisplay);
     errorSeen = false;
     const auto restore =
         qScopeGuard([previous = XSetErrorHandler(noteError)] { XSetErrorHandler(previous); });
-    return hasOpenGl(display.get());
+    m_canMakeWindows = hasTrueColour(display) && hasOpenGl(display);
 }

@@ -9,7 +9,8 @@
 
 std::unique_ptr<sf::Window> makePumpWindow()
 {
-    if (!windowsCanBeMade())
+    const DisplayProbe display;
+    if (!display.canMakeWindows())
         return nullptr;
     constexpr unsigned bitsPerPixel = 32;
     constexpr std::uint32_t noStyle = 0;
