@@ -51,6 +51,13 @@ if(GAMEPAD_SANITIZED)
     endif()
 endif()
 
+# What goes into the plugin is compiled against the oldest Qt that it serves, also where a newer one is there.
+add_library(gamepad-oldestqt INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(gamepad-oldestqt INTERFACE
+        "SHELL:-include \"${PROJECT_SOURCE_DIR}/cmake/oldestqt.h\"")
+endif()
+
 # gamepad_add_folder(NAME SOURCES file ... [LINKS target ...])
 # One folder below src/: a static library whose only include directory is the folder itself, so that a
 # header can be included only by who links the folder.
@@ -58,7 +65,7 @@ function(gamepad_add_folder name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_library(${name} STATIC ${arg_SOURCES})
     target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>")
-    target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE "$<BUILD_INTERFACE:gamepad-settings>")
+    target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE "$<BUILD_INTERFACE:gamepad-settings;gamepad-oldestqt>")
 endfunction()
 
 # gamepad_add_program(NAME SOURCES file ... [LINKS target ...])

@@ -11,8 +11,10 @@ void paintBody(QPainter *painter, const QRect &card, bool hover)
     QLinearGradient fill(card.topLeft(), card.bottomLeft());
     fill.setColorAt(0, hover ? QColor(20, 32, 42) : QColor(18, 28, 37));
     fill.setColorAt(1, hover ? QColor(11, 18, 24) : QColor(9, 14, 19));
-    painter->setBrush(fill);
-    painter->setPen(QPen(QColor(48, 76, 94, hover ? 210 : 160), 1.0));
+    const QBrush brush(fill);
+    const QPen outline(QColor(48, 76, 94, hover ? 210 : 160), 1.0);
+    painter->setBrush(brush);
+    painter->setPen(outline);
     painter->drawRoundedRect(card, 12, 12);
 }
 
@@ -22,7 +24,8 @@ void paintTopLight(QPainter *painter, const QRect &card, bool hover)
     light.setColorAt(0, QColor(110, 200, 215, 0));
     light.setColorAt(0.5, QColor(110, 200, 215, hover ? 160 : 120));
     light.setColorAt(1, QColor(110, 200, 215, 0));
-    painter->setPen(QPen(light, 1.2, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    const QPen pen(light, 1.2, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    painter->setPen(pen);
     painter->drawLine(card.left() + 12, card.top() + 1, card.right() - 12, card.top() + 1);
 }
 } // namespace
@@ -44,7 +47,8 @@ void paintFrame(QPainter *painter, const QRect &card, bool hover)
 
 void paintHighlightBorder(QPainter *painter, const QRect &card)
 {
-    painter->setPen(QPen(QColor(110, 200, 215, 140), 2.0));
+    const QPen border(QColor(110, 200, 215, 140), 2.0);
+    painter->setPen(border);
     painter->setBrush(Qt::NoBrush);
     painter->drawRoundedRect(card.adjusted(-1, -1, 1, 1), 13, 13);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cardpixmaps.h"
 
+#include "iconvalue.h"
+
 #include <QtGui/QIcon>
 #include <QtGui/QPixmapCache>
 
@@ -32,8 +34,8 @@ QPixmap cachedResourcePixmap(const QString &path, const QSize &size)
 
 QPixmap itemPixmap(const QVariant &value, const QSize &size)
 {
-    if (value.canConvert<QIcon>())
-        return value.value<QIcon>().pixmap(size, QIcon::Normal, QIcon::Off);
+    if (const auto icon = iconOf(value))
+        return icon->pixmap(size, QIcon::Normal, QIcon::Off);
     if (value.typeId() == QMetaType::QString)
         return cachedPixmap("img"_L1, value.toString(), size);
     return {};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "devicerecord.h"
 
+#include "iconvalue.h"
+
 #include "deviceidentity.h"
 
 #include <QtCore/QJsonDocument>
@@ -94,8 +96,8 @@ QVariant image(const DeviceRecord &record)
 QVariant decoration(const DeviceRecord &record)
 {
     const QVariant found = image(record);
-    if (found.canConvert<QIcon>())
-        return found.value<QIcon>();
+    if (const auto icon = iconOf(found))
+        return *icon;
     if (found.typeId() != QMetaType::QString)
         return {};
     return QIcon(found.toString());

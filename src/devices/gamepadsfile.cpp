@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "gamepadsfile.h"
 
+#include "makepath.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QStandardPaths>
@@ -28,7 +30,7 @@ QString gamepadsFilePath(const QString &context)
 {
     const QString folder =
         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u'/' + context + "/VelorCom"_L1;
-    QDir().mkpath(folder);
+    makePath(folder);
     return folder + "/gamepads.json"_L1;
 }
 

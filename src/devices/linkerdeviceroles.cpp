@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "linkerdevicemodel.h"
 
+#include "iconvalue.h"
+
 #include <QtCore/QSize>
 
 int LinkerDeviceModel::rowCount(const QModelIndex &parent) const
@@ -114,8 +116,8 @@ void LinkerDeviceModel::setProduct(const QString &usn, const QString &product)
 bool LinkerDeviceModel::setImage(const QString &usn, const QVariant &image)
 {
     DeviceRecord &record = *recordOf(usn);
-    if (image.canConvert<QIcon>()) {
-        record.deviceIcon = image.value<QIcon>();
+    if (const auto icon = iconOf(image)) {
+        record.deviceIcon = *icon;
         record.kv.remove(UserKey::imagePath);
     } else if (image.typeId() == QMetaType::QString) {
         record.kv[UserKey::imagePath] = image.toString();

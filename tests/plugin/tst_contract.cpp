@@ -6,6 +6,7 @@
 
 #include <QtCore/QMetaEnum>
 #include <QtCore/QMetaMethod>
+#include <QtCore/QTimer>
 #include <QtTest/QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -269,10 +270,10 @@ private Q_SLOTS:
         QVERIFY(QMetaObject::invokeMethod(model, "syncSelected"));
         QCOMPARE(selection.size(), 1);
         const QVariant list = selection.first().first();
-        QVERIFY(list.canConvert<QSequentialIterable>());
-        const auto walked = list.value<QSequentialIterable>();
+        QVERIFY(list.canConvert<QVariantList>());
+        const auto walked = list.value<QVariantList>();
         QCOMPARE(walked.size(), 1);
-        QCOMPARE((*walked.begin()).value<QObject *>(), device);
+        QCOMPARE(walked.first().value<QObject *>(), device);
     }
 
     void selectedInterfacesBeforeTheModelEmptiesBoth()

@@ -9,6 +9,7 @@
 #include <QtCore/QResource>
 #include <QtGui/QImage>
 #include <QtTest/QAbstractItemModelTester>
+
 #include <QtTest/QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -71,6 +72,7 @@ private Q_SLOTS:
         QVERIFY(second);
         QVERIFY(qobject_cast<IComInterfaceModelProvider *>(second));
         m_provider = qobject_cast<IComInterfaceModelProvider *>(second);
+        library.unload(); // gives back this test's own hold on the file
     }
 
     void delegateIsMadeOnceAndWiredToTheModel()

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QVariant>
+#include <QtGui/QIcon>
+
+#include <optional>
+
+/// The icon that `value` holds or converts to. Asked for by the type's number: the template form refers to a
+/// symbol that Qt has only from 6.10 on.
+std::optional<QIcon> iconOf(const QVariant &value);
