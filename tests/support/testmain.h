@@ -21,7 +21,9 @@
     }
 
 /// Makes every warning that the test did not announce with `QTest::ignoreMessage` a failure of that test.
+/// What the offscreen platform says of each menu and tooltip, that it cannot raise or grab, is no concern of
+/// ours.
 inline void failOnUnexpectedWarnings()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support ).*")));
 }
