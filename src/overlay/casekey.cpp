@@ -14,8 +14,7 @@ QString caseKey(const QString &text)
     qsizetype at = 0;
     while (at < text.size()) {
         if (at + 1 < text.size() && text[at].isHighSurrogate() && text[at + 1].isLowSurrogate()) {
-            const char32_t folded =
-                QChar::toCaseFolded(QChar::surrogateToUcs4(text[at], text[at + 1]));
+            const char32_t folded = QChar::toCaseFolded(QChar::surrogateToUcs4(text[at], text[at + 1]));
             key[at] = QChar(QChar::highSurrogate(folded));
             key[at + 1] = QChar(QChar::lowSurrogate(folded));
             at += 2;

@@ -39,5 +39,6 @@ struct InputSource
 /// Gives `input` the device that `src` tells, and leaves what it does not tell.
 void takeDevice(NodeInput &input, const InputSource &src);
 
-/// Whether a key stands for an axis: by the key where it is one, else by what `src` tells, else by its prefix.
+/// Whether a key stands for an axis: by the key where it is one, else by what `src` tells, else by its
+/// prefix.
 [[nodiscard]] bool standsForAxis(const InputSource &src);
