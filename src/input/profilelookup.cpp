@@ -19,12 +19,16 @@ bool isFile(const QString &path)
 
 std::optional<ProfileMeta> readMeta(const QString &folder)
 {
-    const QString path = folder + "/meta.json"_L1;
-    QFile file(path);
+    const QFileInfo info(folder + "/meta.json"_L1);
     // What is no file, a pipe say, could keep the host waiting.
-    if (!isFile(path) || !file.open(QIODevice::ReadOnly))
+    if (!info.isFile())
         return std::nullopt;
-    return profileMetaFromJson(file.readAll());
+    // Every profile is read at each lookup, so the size that is known is not asked for again, and what is
+    // read in one piece is not buffered.
+    QFile file(info.filePath());
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return std::nullopt;
+    return ProfileMeta::fromJson(file.read(info.size()));
 }
 
 /// The path that `candidate` makes of the first profile for which that names an existing file. A candidate
@@ -53,7 +57,7 @@ QString hexadecimal(uint id)
 QString findConfigFile(const QString &name, uint vendorId, uint productId)
 {
     const QString ofProfile = firstInProfiles([&](const ProfileMeta &meta) {
-        return meta.serves(name, vendorId, productId) ? meta.config : QString();
+        return meta.serves(name, vendorId, productId) ? meta.config() : QString();
     });
     if (!ofProfile.isEmpty())
         return ofProfile;
@@ -70,7 +74,7 @@ QString findProfileImage(const QString &name)
     if (name.isEmpty())
         return {};
     return firstInProfiles(
-        [&](const ProfileMeta &meta) { return meta.isLinkedTo(name) ? meta.image : QString(); });
+        [&](const ProfileMeta &meta) { return meta.isLinkedTo(name) ? meta.image() : QString(); });
 }
 
 QString commonConfigPath()

@@ -4,15 +4,15 @@
 #include "plainfilename.h"
 
 #include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-uint hexadecimal(const QString &text)
+/// 0 where the document names none.
+uint id(const QJsonValue &value)
 {
-    return text.toUInt(nullptr, 16);
+    return value.toString().toUInt(nullptr, 16);
 }
 
 QString fileName(const QJsonValue &value, const QString &fallback)
@@ -22,28 +22,36 @@ QString fileName(const QJsonValue &value, const QString &fallback)
 }
 } // namespace
 
-bool ProfileMeta::isLinkedTo(const QString &name) const
-{
-    return !deviceName.isEmpty() && deviceName.compare(name, Qt::CaseInsensitive) == 0;
-}
-
-bool ProfileMeta::serves(const QString &name, uint vendor, uint product) const
-{
-    return !luid.isEmpty() || isLinkedTo(name) ||
-           (vendorId != 0 && productId != 0 && vendorId == vendor && productId == product);
-}
-
-std::optional<ProfileMeta> profileMetaFromJson(const QByteArray &json)
+std::optional<ProfileMeta> ProfileMeta::fromJson(const QByteArray &json)
 {
     const QJsonObject object = QJsonDocument::fromJson(json).object();
     if (object["type"_L1].toString() != "GamepadDefinderMeta"_L1)
         return std::nullopt;
-    return ProfileMeta{
-        .luid = object["luid"_L1].toString(),
-        .deviceName = object["deviceName"_L1].toString(),
-        .vendorId = hexadecimal(object["vendorId"_L1].toString()),
-        .productId = hexadecimal(object["productId"_L1].toString()),
-        .config = fileName(object["config"_L1], u"configActionGamepad.json"_s),
-        .image = fileName(object["image"_L1], u"image.png"_s),
+    return ProfileMeta(object);
+}
+
+bool ProfileMeta::isLinkedTo(const QString &name) const
+{
+    const QString linked = m_object["deviceName"_L1].toString();
+    return !linked.isEmpty() && linked.compare(name, Qt::CaseInsensitive) == 0;
+}
+
+bool ProfileMeta::serves(const QString &name, uint vendorId, uint productId) const
+{
+    if (!m_object["luid"_L1].toString().isEmpty() || isLinkedTo(name))
+        return true;
+    const auto isFor = [this](QLatin1StringView key, uint wanted) {
+        return wanted != 0 && id(m_object[key]) == wanted;
     };
+    return isFor("vendorId"_L1, vendorId) && isFor("productId"_L1, productId);
+}
+
+QString ProfileMeta::config() const
+{
+    return fileName(m_object["config"_L1], u"configActionGamepad.json"_s);
+}
+
+QString ProfileMeta::image() const
+{
+    return fileName(m_object["image"_L1], u"image.png"_s);
 }
