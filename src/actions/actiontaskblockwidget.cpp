@@ -1,17 +1,156 @@
 // SPDX-License-Identifier: MIT
 #include "actiontaskblockwidget.h"
 
+#include "actionsheets.h"
+#include "argumentform.h"
+#include "argumenttyping.h"
+#include "functioncombobox.h"
+#include "functionlistmodel.h"
+#include "sharedsheet.h"
+
 #include <QtCore/QJsonArray>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int highestForm = 180;
+
+QLabel *makeBlockLabel(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setObjectName(u"blockLabel"_s);
+    return label;
+}
+
+QHBoxLayout *makeRow(const QString &label, QWidget *content)
+{
+    auto *row = new QHBoxLayout;
+    row->setSpacing(6);
+    row->addWidget(makeBlockLabel(label));
+    row->addWidget(content, 1);
+    return row;
+}
+
+QString conditionOf(const QJsonObject &task)
+{
+    const QString when = normalizeExpression(task.value("when"_L1).toString());
+    return when.isEmpty() ? normalizeExpression(task.value("condition"_L1).toString()) : when;
+}
+} // namespace
 
 ActionTaskBlockWidget::ActionTaskBlockWidget(QWidget *parent)
     : QFrame(parent)
-{}
-void ActionTaskBlockWidget::setFunctions(const QJsonArray &) {}
+    , m_functions(new FunctionListModel(taskBlockTraits, this))
+    , m_functionCombo(new FunctionComboBox(m_functions))
+    , m_whenEdit(new QLineEdit)
+    , m_formScroll(new QScrollArea)
+    , m_form(new ArgumentForm(taskBlockTraits))
+{
+    setObjectName(u"ActionTaskBlockWidget"_s);
+    setAttribute(Qt::WA_StyledBackground);
+    wearSheet(this, taskBlockSheet());
+
+    m_functionCombo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_functionCombo->setMinimumContentsLength(28);
+    m_whenEdit->setPlaceholderText(u"condition"_s);
+    setUpForm();
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(10, 8, 10, 8);
+    layout->setSpacing(6);
+    layout->addLayout(makeRow(u"Action"_s, m_functionCombo));
+    layout->addWidget(m_formScroll);
+    layout->addLayout(makeRow(u"when"_s, m_whenEdit));
+
+    connect(m_functionCombo, &QComboBox::currentIndexChanged, this, &ActionTaskBlockWidget::onFunctionChosen);
+    connect(m_form, &ArgumentForm::edited, this, &ActionTaskBlockWidget::changed);
+    connect(m_whenEdit, &QLineEdit::textChanged, this, &ActionTaskBlockWidget::changed);
+}
+
+void ActionTaskBlockWidget::setFunctions(const QJsonArray &catalogue)
+{
+    const QJsonObject previous = config();
+    m_functions->clear();
+    m_functions->setCatalogue(FunctionCatalogue::shared(catalogue, taskBlockTraits));
+    if (!previous.isEmpty() && applyConfig(previous))
+        return;
+    m_functionCombo->selectFunction(-1);
+    clearForm();
+    m_whenEdit->clear();
+}
+
 QJsonObject ActionTaskBlockWidget::config() const
 {
-    return {};
+    const FunctionDef *function = currentFunction();
+    if (!function)
+        return {};
+    QJsonObject task{{u"ref"_s, function->name}, {u"args"_s, m_form->args()}};
+    const QString when = m_whenEdit->text().trimmed();
+    if (!when.isEmpty())
+        task.insert("when"_L1, normalizeExpression(when));
+    return task;
 }
-bool ActionTaskBlockWidget::applyConfig(const QJsonObject &)
+
+bool ActionTaskBlockWidget::applyConfig(const QJsonObject &task)
 {
-    return false;
+    const int index = m_functions->indexOf(task.value("ref"_L1).toString());
+    if (index < 0)
+        return false;
+    m_functionCombo->selectFunction(index);
+    rebuildForm();
+    m_form->fill(task.value("args"_L1).toObject());
+    const QString when = conditionOf(task);
+    if (!when.isEmpty())
+        m_whenEdit->setText(when);
+    Q_EMIT changed();
+    return true;
+}
+
+void ActionTaskBlockWidget::onFunctionChosen()
+{
+    rebuildForm();
+    Q_EMIT changed();
+}
+
+const FunctionDef *ActionTaskBlockWidget::currentFunction() const
+{
+    return m_functions->functionAt(m_functionCombo->functionIndex());
+}
+
+void ActionTaskBlockWidget::setUpForm()
+{
+    m_form->formLayout()->setHorizontalSpacing(10);
+    m_form->formLayout()->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+
+    m_formScroll->setWidgetResizable(true);
+    m_formScroll->setFrameShape(QFrame::NoFrame);
+    m_formScroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_formScroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_formScroll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    m_formScroll->setMaximumHeight(highestForm);
+    m_formScroll->setWidget(m_form);
+    m_formScroll->hide();
+}
+
+void ActionTaskBlockWidget::rebuildForm()
+{
+    clearForm();
+    const FunctionDef *function = currentFunction();
+    if (!function || function->params.isEmpty())
+        return;
+    m_form->setParams(function->params);
+    m_formScroll->show();
+    m_form->adjustSize();
+    m_formScroll->setFixedHeight(std::min(m_form->sizeHint().height() + 6, highestForm));
+}
+
+void ActionTaskBlockWidget::clearForm()
+{
+    m_form->clear();
+    m_formScroll->hide();
+    m_formScroll->setFixedHeight(0);
 }

@@ -4,6 +4,13 @@
 #include <QtCore/QJsonObject>
 #include <QtWidgets/QFrame>
 
+class ArgumentForm;
+class FunctionComboBox;
+class FunctionListModel;
+class QLineEdit;
+class QScrollArea;
+struct FunctionDef;
+
 /// The card that shows and edits one step of an action: its function, its arguments, its condition.
 class ActionTaskBlockWidget : public QFrame
 {
@@ -23,4 +30,18 @@ public:
 Q_SIGNALS:
     /// The function, an argument or the condition changed.
     void changed();
+
+private:
+    void onFunctionChosen();
+
+    [[nodiscard]] const FunctionDef *currentFunction() const;
+    void setUpForm();
+    void rebuildForm();
+    void clearForm();
+
+    FunctionListModel *m_functions;
+    FunctionComboBox *m_functionCombo;
+    QLineEdit *m_whenEdit;
+    QScrollArea *m_formScroll;
+    ArgumentForm *m_form;
 };

@@ -2,7 +2,14 @@
 #pragma once
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QPointer>
 #include <QtWidgets/QFrame>
+
+class ArgumentForm;
+class FunctionComboBox;
+class FunctionListModel;
+class QLabel;
+struct FunctionDef;
 
 /// The small frame beside a pastille that names what the pastille's input runs, with a popup for the
 /// arguments. It keeps no document: its state is what `config` gives.
@@ -44,4 +51,26 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    void onFunctionChosen();
+
+    [[nodiscard]] const FunctionDef *currentFunction() const;
+    [[nodiscard]] int indexOrUnknown(const QString &name);
+    void selectNothing();
+    void ensureSettingsPanel();
+    void rebuildForm();
+    void applyInputDefault();
+
+    bool m_editable = true;
+    bool m_dragging = false;
+    QPoint m_pressPos; // global
+    QRect m_startGeometry;
+    FunctionListModel *m_functions;
+    QLabel *m_headerLabel;
+    FunctionComboBox *m_functionCombo;
+    // A window of its own, null until it is needed.
+    QPointer<QFrame> m_settingsPanel;
+    QPointer<ArgumentForm> m_form;
+    int m_inputKind = 0;
 };

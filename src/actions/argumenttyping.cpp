@@ -3,6 +3,7 @@
 
 #include <QtCore/QStringList>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -153,6 +154,18 @@ std::optional<QString> argumentText(const QJsonValue &value, const QString &type
         break;
     }
     return QString();
+}
+
+bool takesInput(const QString &type, int inputKind)
+{
+    switch (inputKind) {
+    case 0:
+        return type == "double"_L1 || type == "int"_L1;
+    case 1:
+        return type == "bool"_L1;
+    default:
+        return false;
+    }
 }
 
 QString signatureText(const FunctionDef &function, const EditorTraits &traits)

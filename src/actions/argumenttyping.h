@@ -29,5 +29,9 @@
 /// undefined value: the field stays as it is. Numbers beyond `int` saturate under "int".
 [[nodiscard]] std::optional<QString> argumentText(const QJsonValue &value, const QString &type);
 
+/// Whether a parameter of the normalised `type` can take the value of an axis (`inputKind` 0) or of a
+/// button (1).
+[[nodiscard]] bool takesInput(const QString &type, int inputKind);
+
 /// The line that lists `function` in an editor's combo.
 [[nodiscard]] QString signatureText(const FunctionDef &function, const EditorTraits &traits);

@@ -6,6 +6,11 @@
 #include <QtCore/QHash>
 #include <QtCore/QJsonObject>
 #include <QtCore/QStringList>
+#include <QtGui/QFont>
+#include <QtGui/QFontMetrics>
+#include <QtGui/QPaintDevice>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +20,10 @@ struct FunctionCatalogue::Data : QSharedData
     QStringList signatures;
     QHash<QString, int> firstOfName;
     int firstNone = -1;
+
+    QJsonArray source;
+    EditorTraits traits{};
+    mutable QHash<QString, int> widestByFont; // by text: a font must not live as long as a cached catalogue
 };
 
 namespace
@@ -57,6 +66,8 @@ FunctionCatalogue FunctionCatalogue::read(const QJsonArray &entries, const Edito
     auto *data = new Data;
     FunctionCatalogue catalogue;
     catalogue.m_data = QExplicitlySharedDataPointer<const Data>(data);
+    data->source = entries;
+    data->traits = traits;
     for (const QJsonValue &entry : entries) {
         FunctionDef function = readFunction(entry.toObject(), traits);
         if (function.name.isEmpty())
@@ -74,7 +85,21 @@ FunctionCatalogue FunctionCatalogue::read(const QJsonArray &entries, const Edito
 
 FunctionCatalogue FunctionCatalogue::shared(const QJsonArray &entries, const EditorTraits &traits)
 {
-    return read(entries, traits);
+    // The host's functions and the user's actions, each by the rules of both editors.
+    constexpr qsizetype kept = 4;
+    static QList<FunctionCatalogue> recent;
+    const auto known = std::ranges::find_if(recent, [&](const FunctionCatalogue &catalogue) {
+        // Arrays that share their data compare equal without a look at their entries.
+        return catalogue.m_data->traits == traits && catalogue.m_data->source == entries;
+    });
+    if (known != recent.end()) {
+        std::rotate(recent.begin(), known, known + 1);
+        return recent.first();
+    }
+    if (recent.size() == kept)
+        recent.removeLast();
+    recent.prepend(read(entries, traits));
+    return recent.first();
 }
 
 const QList<FunctionDef> &FunctionCatalogue::functions() const
@@ -95,4 +120,17 @@ int FunctionCatalogue::indexOf(const QString &name) const
 int FunctionCatalogue::indexOfNone() const
 {
     return m_data->firstNone;
+}
+
+int FunctionCatalogue::widestSignature(const QFont &font, const QPaintDevice *device) const
+{
+    const QString key = u"%1@%2"_s.arg(font.toString()).arg(device->logicalDpiX());
+    const auto known = m_data->widestByFont.constFind(key);
+    if (known != m_data->widestByFont.cend())
+        return *known;
+    const QFontMetrics metrics(font, device);
+    int widest = 0;
+    for (const QString &signature : m_data->signatures)
+        widest = std::max(widest, metrics.boundingRect(signature).width());
+    return *m_data->widestByFont.insert(key, widest);
 }

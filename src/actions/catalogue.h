@@ -7,6 +7,9 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QSharedData>
 
+class QFont;
+class QPaintDevice;
+
 /// The functions that an editor offers, with their signatures: read once, then shared by every copy.
 /// Duplicate names are all listed; the first of a name wins every search.
 class FunctionCatalogue
@@ -33,6 +36,9 @@ public:
     [[nodiscard]] int indexOf(const QString &name) const;
     /// The first function named "none" in any case, or -1.
     [[nodiscard]] int indexOfNone() const;
+    /// How wide the widest signature is under `font` on `device`, in pixels; 0 without functions. Measured
+    /// once for each font.
+    [[nodiscard]] int widestSignature(const QFont &font, const QPaintDevice *device) const;
 
 private:
     struct Data;
