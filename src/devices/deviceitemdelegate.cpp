@@ -4,6 +4,7 @@
 #include "cardcontent.h"
 #include "cardlayout.h"
 #include "controlchips.h"
+#include "deletionhold.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QHelpEvent>
@@ -54,7 +55,7 @@ bool DeviceItemDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
     if (event->type() == QEvent::MouseButtonRelease) {
         const auto *mouse = static_cast<const QMouseEvent *>(event);
         if (mouse->button() == Qt::RightButton)
-            return openMenu(mouse->globalPosition().toPoint(), model, index);
+            return openMenu(mouse->globalPosition().toPoint(), model, index, option.widget);
         if (mouse->button() == Qt::LeftButton &&
             leftReleased(mouse->position().toPoint(), model, option.rect, index))
             return true;
@@ -103,7 +104,7 @@ bool DeviceItemDelegate::leftReleased(const QPoint &position, QAbstractItemModel
 }
 
 bool DeviceItemDelegate::openMenu(const QPoint &globalPosition, const QAbstractItemModel *model,
-                                  const QModelIndex &index)
+                                  const QModelIndex &index, const QWidget *view)
 {
     const QString usn = roleValue(index, m_roles.usn).toString();
     const bool selected = roleValue(index, m_roles.selected).toBool();
@@ -114,9 +115,12 @@ bool DeviceItemDelegate::openMenu(const QPoint &globalPosition, const QAbstractI
     menu.addSeparator();
     const QAction *remove = menu.addAction(u"Supprimer"_s);
 
-    // The menu runs an event loop, in which the row, the model or the delegate itself may go. A menu that
-    // nobody can answer for any more closes; nothing but what was read before is used after it.
+    // The menu runs an event loop, in which the row, the model, the delegate and the view may go. A menu that
+    // nobody can answer for any more closes; nothing but what was read before is used after it. The view
+    // stays until its own event handler, which called this, has come back.
     const QPointer<DeviceItemDelegate> self(this);
+    const DeletionHold hold(view);
+    connect(&hold, &DeletionHold::deletionHeld, &menu, &QWidget::close);
     connect(this, &QObject::destroyed, &menu, &QWidget::close);
     connect(model, &QObject::destroyed, &menu, &QWidget::close);
 

@@ -40,7 +40,8 @@ private:
     void resolveRoles(const QAbstractItemModel *model) const;
     bool leftReleased(const QPoint &position, QAbstractItemModel *model, const QRect &item,
                       const QModelIndex &index);
-    bool openMenu(const QPoint &globalPosition, const QAbstractItemModel *model, const QModelIndex &index);
+    bool openMenu(const QPoint &globalPosition, const QAbstractItemModel *model, const QModelIndex &index,
+                  const QWidget *view);
     std::optional<QString> toolTipAt(const QPoint &position, const QRect &item,
                                      const QModelIndex &index) const;
 

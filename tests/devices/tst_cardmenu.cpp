@@ -304,6 +304,52 @@ private Q_SLOTS:
         QCOMPARE(removed.size(), 0);
     }
 
+    void theViewsWindowMayGoUnderTheMenu_data()
+    {
+        QTest::addColumn<bool>("wholeWindow");
+        QTest::newRow("the view") << false;
+        QTest::newRow("its window") << true;
+    }
+
+    // The view's own event handler stands above the menu's event loop and goes on after it.
+    void theViewsWindowMayGoUnderTheMenu()
+    {
+        QFETCH(const bool, wholeWindow);
+        CardModel model({CardModel::fullRow(u"gp:0"_s)});
+        auto window = std::make_unique<QWidget>();
+        const QPointer view(new QListView(window.get()));
+        const QPointer delegate(new DeviceItemDelegate(view));
+        view->setItemDelegate(delegate);
+        view->setModel(&model);
+        view->resize(300, 240);
+        window->resize(300, 240);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QSignalSpy removed(delegate, &DeviceItemDelegate::requestDelete);
+
+        bool livesOn = false;
+        const QPointer unrelated(new QObject);
+        MenuUser user([&](QMenu &menu) {
+            const QPointer open(&menu);
+            unrelated->deleteLater();
+            QTRY_VERIFY(!unrelated);
+            if (wholeWindow)
+                window.release()->deleteLater();
+            else
+                view->deleteLater();
+            // As the menu's own event loop would do next.
+            QTRY_VERIFY(!open->isVisible());
+            livesOn = view;
+        });
+        QTest::mouseClick(view->viewport(), Qt::RightButton, {}, bareSpot);
+        QCOMPARE(user.menusSeen, 1);
+        QVERIFY(livesOn);
+        QTRY_VERIFY(!view);
+        QVERIFY(!delegate);
+        QCOMPARE(removed.size(), 0);
+    }
+
+    // By a plain delete, as long as it is not the view's handler that waits.
     void theViewMayDieUnderTheMenu()
     {
         CardModel model({CardModel::fullRow(u"gp:0"_s)});
