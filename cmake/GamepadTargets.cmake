@@ -44,16 +44,22 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
 endif()
 if(GAMEPAD_SANITIZED)
     target_compile_options(gamepad-settings INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
     target_link_options(gamepad-settings INTERFACE -fsanitize=address,undefined)
-    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-        target_compile_options(gamepad-settings INTERFACE -fsanitize=fuzzer-no-link)
-    endif()
+endif()
+
+# Parsing Qt's headers is most of what compiling a small file costs, so a target parses the common ones once.
+# "./dev lint" compiles without that, so that every file goes on including what it uses.
+option(GAMEPAD_PRECOMPILED "Parse Qt's headers once for each target" ON)
+if(GAMEPAD_PRECOMPILED)
+    set(CMAKE_DISABLE_PRECOMPILE_HEADERS OFF)
+else()
+    set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
 endif()
 
 # What goes into the plugin is compiled against the oldest Qt that it serves, also where a newer one is there.
 add_library(gamepad-oldestqt INTERFACE)
-if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+if(CMAKE_DISABLE_PRECOMPILE_HEADERS AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(gamepad-oldestqt INTERFACE
         "SHELL:-include \"${PROJECT_SOURCE_DIR}/cmake/oldestqt.h\"")
 endif()
@@ -66,6 +72,13 @@ function(gamepad_add_folder name)
     add_library(${name} STATIC ${arg_SOURCES})
     target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>")
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE "$<BUILD_INTERFACE:gamepad-settings;gamepad-oldestqt>")
+    # The header for the oldest Qt comes first in it, since whatever stands ahead of such a header voids it.
+    target_precompile_headers(${name} PRIVATE
+        "${PROJECT_SOURCE_DIR}/cmake/oldestqt.h" "${PROJECT_SOURCE_DIR}/cmake/qtheaders.h")
+    if(GAMEPAD_SANITIZED)
+        # Fuzzers are guided by the branches that the product takes; its tests are not what they explore.
+        target_compile_options(${name} PRIVATE -O1 $<$<CXX_COMPILER_ID:Clang>:-fsanitize=fuzzer-no-link>)
+    endif()
 endfunction()
 
 # gamepad_add_program(NAME SOURCES file ... [LINKS target ...])
@@ -73,6 +86,22 @@ function(gamepad_add_program name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINKS} gamepad-settings)
+endfunction()
+
+# The parsed headers that the test programs of one folder share (Qt's test library defines the folder's name).
+# Themselves a program, since they have to be compiled as programs are.
+function(gamepad_share_test_headers name)
+    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    set(headers gamepad-testheaders-${folder})
+    if(NOT TARGET ${headers})
+        gamepad_add_program(${headers}
+            SOURCES "${PROJECT_SOURCE_DIR}/tests/support/testheaders.cpp"
+            LINKS Qt6::Widgets Qt6::Test)
+        target_precompile_headers(${headers} PRIVATE
+            "${PROJECT_SOURCE_DIR}/cmake/qtheaders.h" "${PROJECT_SOURCE_DIR}/tests/support/testheaders.h")
+        target_compile_options(${headers} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
+    endif()
+    target_precompile_headers(${name} REUSE_FROM ${headers})
 endfunction()
 
 # gamepad_add_test(NAME SOURCES file ... [LINKS target ...] [LABELS label ...] [WRAPPER command ...]
@@ -83,6 +112,9 @@ function(gamepad_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "PLATFORM;TIMEOUT" "SOURCES;LINKS;LABELS;WRAPPER;ARGUMENTS")
     gamepad_add_program(${name} SOURCES ${arg_SOURCES} LINKS ${arg_LINKS} gamepad-testsupport Qt6::Test)
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
+    gamepad_share_test_headers(${name})
+    # Optimising a test costs more than running it.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
     if(NOT arg_PLATFORM)
         set(arg_PLATFORM offscreen)
     endif()
