@@ -45,14 +45,16 @@ QString conditionOf(const QJsonObject &task)
 ActionTaskBlockWidget::ActionTaskBlockWidget(QWidget *parent)
     : QFrame(parent)
     , m_functions(new FunctionListModel(taskBlockTraits, this))
-    , m_functionCombo(new FunctionComboBox(m_functions))
-    , m_whenEdit(new QLineEdit)
-    , m_formScroll(new QScrollArea)
-    , m_form(new ArgumentForm(taskBlockTraits))
 {
     setObjectName(u"ActionTaskBlockWidget"_s);
     setAttribute(Qt::WA_StyledBackground);
     wearSheet(this, taskBlockSheet());
+
+    // Made in their place: a combo that moves into a style sheet makes its list twice over.
+    m_functionCombo = new FunctionComboBox(m_functions, this);
+    m_whenEdit = new QLineEdit(this);
+    m_formScroll = new QScrollArea(this);
+    m_form = new ArgumentForm(taskBlockTraits);
 
     m_functionCombo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_functionCombo->setMinimumContentsLength(28);

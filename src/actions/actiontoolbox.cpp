@@ -37,11 +37,11 @@ bool isNone(const QString &name)
 ActionToolBox::ActionToolBox(QWidget *parent)
     : QFrame(parent)
     , m_functions(new FunctionListModel(toolBoxTraits, this))
-    , m_headerLabel(new QLabel(u"Action"_s))
-    , m_functionCombo(new FunctionComboBox(m_functions))
 {
     wearSheet(this, toolBoxSheet());
     wearToolFont(this);
+    m_headerLabel = new QLabel(u"Action"_s, this);
+    m_functionCombo = new FunctionComboBox(m_functions, this);
     setCursor(Qt::OpenHandCursor);
 
     m_headerLabel->setTextFormat(Qt::PlainText);
