@@ -28,8 +28,9 @@ bool writeWhole(const QString &path, const QByteArray &bytes)
 
 QString gamepadsFilePath(const QString &context)
 {
-    const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u'/' + context + "/VelorCom"_L1;
+    // Cleaned, since a way up through a folder that is not there leads nowhere.
+    const QString folder = QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                                           u'/' + context + "/VelorCom"_L1);
     makePath(folder);
     return folder + "/gamepads.json"_L1;
 }
