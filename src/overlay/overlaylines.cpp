@@ -68,7 +68,7 @@ void OverlayLines::clearLines()
     for (const OverlayLine &line : std::as_const(m_lines)) {
         for (QWidget *endpoint : {line.from.data(), line.to.data()}) {
             if (endpoint) {
-                endpoint->removeEventFilter(this);
+                unwatch(endpoint);
             }
         }
     }
@@ -100,10 +100,16 @@ void OverlayLines::watch(QWidget *widget)
     if (!widget) {
         return;
     }
-    widget->removeEventFilter(this);
+    unwatch(widget);
     widget->installEventFilter(this);
-    disconnect(widget, &QObject::destroyed, &m_endpointWatch, nullptr);
+    // A widget's Destroy event comes when no QPointer knows it any more, too late to find its lines.
     connect(widget, &QObject::destroyed, &m_endpointWatch, [this] { removeLinesOfTheDead(); });
+}
+
+void OverlayLines::unwatch(QWidget *widget)
+{
+    widget->removeEventFilter(this);
+    disconnect(widget, &QObject::destroyed, &m_endpointWatch, nullptr);
 }
 
 void OverlayLines::removeLinesOf(QWidget *widget)
@@ -114,7 +120,7 @@ void OverlayLines::removeLinesOf(QWidget *widget)
     if (!widget || m_lines.removeIf(endsAt) == 0) {
         return;
     }
-    widget->removeEventFilter(this);
+    unwatch(widget);
     update();
 }
 

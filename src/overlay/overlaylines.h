@@ -21,6 +21,7 @@ struct OverlayLine
     int gap = 0;           ///< pixels between a widget's bottom edge and the line
     QColor color;
     double width = 1.0; ///< of the pen
+    // What tells an end that has died from one that was never there.
     bool hadFrom = false;
     bool hadTo = false;
 };
@@ -66,6 +67,7 @@ protected:
 
 private:
     void watch(QWidget *widget);
+    void unwatch(QWidget *widget);
     void removeLinesOf(QWidget *widget);
     void removeLinesOfTheDead();
     void paintPicture(QPainter &painter) const;

@@ -3,7 +3,7 @@
 
 #include "toucharea.h"
 
-#include <QtCore/QRect>
+#include <QtCore/QSize>
 #include <QtCore/QString>
 
 class QPainter;
@@ -11,12 +11,12 @@ class QPainter;
 /// All that shows of a pastille.
 struct PastilleLook
 {
-    QRect rect; ///< the whole widget; the body stands 2 pixels inside
+    QSize size; ///< of the whole widget; the body stands 2 pixels inside
     TouchArea::State state = TouchArea::Normal;
     QString title;
     bool hasHandle = false;
     bool hovered = false; ///< brightens the handle
 };
 
-/// Paints a pastille in the painter's font. Leaves the painter's pen, brush and font changed.
+/// Paints a pastille at the painter's origin, in its font. Pen, brush, font and antialiasing stay changed.
 void paintPastille(QPainter &painter, const PastilleLook &look);

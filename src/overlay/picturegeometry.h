@@ -7,9 +7,10 @@
 #include <QtCore/QRectF>
 #include <QtCore/QSize>
 
-/// The largest side of a widget, and the farthest from the picture's origin that one is placed, in pixels.
-/// Every sum of two such numbers is an `int`, whatever a document asks for.
-inline constexpr int farthestPixel = 16777215;
+/// The longest side of a placed rectangle and its farthest distance from 0, in pixels. One less than
+/// `QWIDGETSIZE_MAX`, which a widget takes for "no fixed size", so that widgets accept whatever a document
+/// asks for and no sum of two such numbers leaves `int`.
+inline constexpr int farthestPixel = 16777214;
 
 /// `inner`, around the middle of the rectangle at (0, 0) with `outer`. Odd rests are cut toward zero.
 [[nodiscard]] QRect centredIn(const QSize &inner, const QSize &outer);

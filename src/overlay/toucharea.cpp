@@ -87,6 +87,5 @@ void TouchArea::showRestingCursor()
 void TouchArea::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    paintPastille(painter, {rect(), m_state, m_title, m_editMode, m_hovered});
+    paintPastille(painter, {size(), m_state, m_title, m_editMode, m_hovered});
 }
