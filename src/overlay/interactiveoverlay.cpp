@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "interactiveoverlay.h"
 
+#include "actionsheets.h"
 #include "inputkey.h"
 #include "picturegeometry.h"
+#include "sharedsheet.h"
 
 #include <QtGui/QResizeEvent>
 
@@ -22,6 +24,8 @@ InteractiveOverlay::InteractiveOverlay(QWidget *parent)
 {
     setAttribute(Qt::WA_StyledBackground, false);
     setAttribute(Qt::WA_MouseTracking, true);
+    // Here once, instead of on every tool box.
+    carrySheet(this, toolBoxSheet());
     connect(this, &OverlayLines::backgroundPixmapChanged, this, &InteractiveOverlay::relayout);
     connect(this, &OverlayLines::backgroundScaleModeChanged, this, &InteractiveOverlay::relayout);
 }
