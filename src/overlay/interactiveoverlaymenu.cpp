@@ -5,13 +5,13 @@
 
 #include "mappingdocument.h"
 #include "mappingfile.h"
+#include "notice.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtGui/QContextMenuEvent>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QMessageBox>
 
 using namespace Qt::StringLiterals;
 
@@ -70,17 +70,17 @@ void InteractiveOverlay::loadCatalogue()
     QJsonDocument document;
     QString error;
     if (!loadMappingFile(path, &document, &error)) {
-        QMessageBox::warning(this, title, error);
+        showNotice(this, QMessageBox::Warning, title, error);
         return;
     }
     const QJsonArray services = refArrayOf(document);
     if (services.isEmpty()) {
-        QMessageBox::warning(this, title, u"No 'ref' array found in %1"_s.arg(path));
+        showNotice(this, QMessageBox::Warning, title, u"No 'ref' array found in %1"_s.arg(path));
         return;
     }
     setExternalServices(services);
     if (self)
-        QMessageBox::information(this, title, u"Loaded %1 functions"_s.arg(services.size()));
+        showNotice(this, QMessageBox::Information, title, u"Loaded %1 functions"_s.arg(services.size()));
 }
 
 void InteractiveOverlay::exportMapping()
@@ -97,8 +97,9 @@ void InteractiveOverlay::exportMapping()
     const QString path = chosen.trimmed().isEmpty() ? chosen : withJsonSuffix(chosen);
     QString error;
     if (!writeMappingFile(path, document, &error)) {
-        QMessageBox::warning(this, title, error);
+        showNotice(this, QMessageBox::Warning, title, error);
         return;
     }
-    QMessageBox::information(this, title, u"Mapping exported to %1"_s.arg(QDir::toNativeSeparators(path)));
+    showNotice(this, QMessageBox::Information, title,
+               u"Mapping exported to %1"_s.arg(QDir::toNativeSeparators(path)));
 }
