@@ -26,6 +26,7 @@ ActionToolBox > QComboBox, QFrame#toolSettings QLineEdit {
 }
 ActionToolBox > QComboBox:hover, QFrame#toolSettings QLineEdit:hover { border-color: #3B5A72; }
 ActionToolBox > QComboBox:focus, QFrame#toolSettings QLineEdit:focus { border-color: #5BBFD1; }
+ActionToolBox > QComboBox { combobox-popup: 0; }
 ActionToolBox > QComboBox::drop-down { border: none; width: 20px; }
 ActionToolBox QAbstractItemView {
     background: #0F1720;
@@ -35,6 +36,7 @@ ActionToolBox QAbstractItemView {
     selection-color: #E8F0F5;
     outline: none;
 }
+ActionToolBox QAbstractItemView::item { padding: 4px 6px; }
 ActionToolBox QToolTip, QFrame#toolSettings QToolTip {
     background: #111827;
     color: #E8F0F5;
@@ -48,6 +50,10 @@ ActionToolBox QToolButton, QFrame#toolSettings QToolButton {
 }
 ActionToolBox QToolButton:hover, QFrame#toolSettings QToolButton:hover { background: #2F4F63; }
 QFrame#toolSettings QScrollArea, QFrame#toolSettings ArgumentForm { background: transparent; border: none; }
+ActionToolBox QScrollBar, QFrame#toolSettings QScrollBar { background: transparent; width: 12px; }
+ActionToolBox QScrollBar::handle, QFrame#toolSettings QScrollBar::handle { background: #2F4F63; border-radius: 4px; min-height: 24px; margin-left: 4px; }
+ActionToolBox QScrollBar::add-line, ActionToolBox QScrollBar::sub-line,
+QFrame#toolSettings QScrollBar::add-line, QFrame#toolSettings QScrollBar::sub-line { width: 0; height: 0; }
 )"_s;
 }
 
@@ -75,6 +81,7 @@ QString taskBlockSheet()
     border: 1px solid #35617A;
     border-radius: 8px;
     padding: 2px 8px;
+    margin: 7px 0;
     font-weight: 600;
 }
 #ActionTaskBlockWidget QComboBox, #ActionTaskBlockWidget QLineEdit {
@@ -88,6 +95,7 @@ QString taskBlockSheet()
 }
 #ActionTaskBlockWidget QComboBox:hover, #ActionTaskBlockWidget QLineEdit:hover { border-color: #3B5A72; }
 #ActionTaskBlockWidget QComboBox:focus, #ActionTaskBlockWidget QLineEdit:focus { border-color: #5BBFD1; }
+#ActionTaskBlockWidget QComboBox { combobox-popup: 0; }
 #ActionTaskBlockWidget QComboBox::drop-down { border: none; width: 24px; }
 #ActionTaskBlockWidget QAbstractItemView {
     background: #0C161F;
@@ -97,6 +105,10 @@ QString taskBlockSheet()
     selection-color: #E8F0F5;
     outline: none;
 }
+#ActionTaskBlockWidget QAbstractItemView::item { padding: 5px 6px; }
 #ActionTaskBlockWidget QScrollArea, #ActionTaskBlockWidget ArgumentForm { background: transparent; border: none; }
+#ActionTaskBlockWidget QScrollBar { background: transparent; width: 12px; }
+#ActionTaskBlockWidget QScrollBar::handle { background: #2F4F63; border-radius: 4px; min-height: 24px; margin-left: 4px; }
+#ActionTaskBlockWidget QScrollBar::add-line, #ActionTaskBlockWidget QScrollBar::sub-line { height: 0; }
 )"_s;
 }

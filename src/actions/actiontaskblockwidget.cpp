@@ -30,7 +30,7 @@ QHBoxLayout *makeRow(const QString &label, QWidget *content)
 {
     auto *row = new QHBoxLayout;
     row->setSpacing(6);
-    row->addWidget(makeBlockLabel(label));
+    row->addWidget(makeBlockLabel(label), 0, Qt::AlignVCenter);
     row->addWidget(content, 1);
     return row;
 }

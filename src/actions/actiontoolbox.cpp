@@ -10,6 +10,7 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QPainterPath>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollArea>
@@ -26,6 +27,14 @@ void wearToolFont(QWidget *widget)
     QFont font = widget->font();
     font.setPixelSize(12);
     widget->setFont(font);
+}
+
+// A window is filled before its style sheet paints it: outside the rounded border the filling would show.
+void roundCorners(QWidget *window)
+{
+    QPainterPath outline;
+    outline.addRoundedRect(window->rect(), 8, 8);
+    window->setMask(QRegion(outline.toFillPolygon().toPolygon()));
 }
 
 bool isNone(const QString &name)
@@ -156,6 +165,7 @@ void ActionToolBox::openSettings()
         m_settingsPanel->setStyleSheet(toolBoxSheet());
     m_settingsPanel->move(m_functionCombo->mapToGlobal(m_functionCombo->rect().bottomLeft()));
     m_settingsPanel->adjustSize();
+    roundCorners(m_settingsPanel);
     m_settingsPanel->show();
     m_settingsPanel->raise();
     m_settingsPanel->activateWindow();

@@ -97,6 +97,8 @@ ParamField ArgumentForm::makeField(const ParamDef &param)
     auto *label = new QLabel(m_traits.rowLabel.arg(param.name), this);
     label->setTextFormat(Qt::PlainText);
     label->setObjectName(m_traits.rowLabelName);
+    // A form layout centres no label, but an expanding one fills its row and centres its text.
+    label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     m_layout->addRow(label, edit);
     return {param, label, edit};
 }

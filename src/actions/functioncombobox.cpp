@@ -4,8 +4,25 @@
 #include "functionlistmodel.h"
 
 #include <QtGui/QFontMetrics>
-#include <QtWidgets/QStyle>
+#include <QtGui/QScreen>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QStyleOptionComboBox>
+#include <QtWidgets/QStylePainter>
+#include <QtWidgets/QStyledItemDelegate>
+
+namespace
+{
+// A style sheet that draws the combo's frame draws no arrow without a picture.
+void paintChevron(QPainter *painter, const QPoint &centre, const QColor &colour)
+{
+    const QPointF middle = centre.toPointF();
+    const QPointF corners[] = {middle + QPointF(-4, -1.5), middle + QPointF(0, 2.5),
+                               middle + QPointF(4, -1.5)};
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPolyline(corners, 3);
+}
+} // namespace
 
 FunctionComboBox::FunctionComboBox(FunctionListModel *model, QWidget *parent)
     : QComboBox(parent)
@@ -49,6 +66,20 @@ QSize FunctionComboBox::minimumSizeHint() const
     return minimumContentsLength() > 0 ? hintFor(0) : sizeHint();
 }
 
+void FunctionComboBox::showPopup()
+{
+    // Set up no sooner than it is seen: most lists never are.
+    auto *list = qobject_cast<QListView *>(view());
+    if (list && !list->uniformItemSizes()) {
+        list->setUniformItemSizes(true);                      // one entry stands for the height of a thousand
+        list->setItemDelegate(new QStyledItemDelegate(list)); // the combo's own knows no style sheet
+    }
+    constexpr int beside = 40; // padding of an entry, frame and scroll bar
+    view()->setMinimumWidth(
+        std::min(m_functions->widestEntry(font(), this) + beside, screen()->availableGeometry().width() / 2));
+    QComboBox::showPopup();
+}
+
 void FunctionComboBox::changeEvent(QEvent *event)
 {
     m_hint = {};
@@ -62,15 +93,23 @@ void FunctionComboBox::showEvent(QShowEvent *event)
     QComboBox::showEvent(event);
 }
 
-void FunctionComboBox::initStyleOption(QStyleOptionComboBox *option) const
+void FunctionComboBox::paintEvent(QPaintEvent *)
 {
-    QComboBox::initStyleOption(option);
-    // Qt colours the entries of the list alone: the closed combo would not tell an unknown function.
-    const QVariant colour = currentData(Qt::ForegroundRole);
-    if (!colour.isValid())
-        return;
-    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
-        option->palette.setColor(role, colour.value<QColor>());
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+
+    const auto part = [this, &option](QStyle::SubControl control) {
+        return style()->subControlRect(QStyle::CC_ComboBox, &option, control, this);
+    };
+    const QRect textArea = part(QStyle::SC_ComboBoxEditField);
+    painter.setPen(textColour());
+    painter.drawText(textArea,
+                     QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter).toInt() |
+                         Qt::TextSingleLine,
+                     fontMetrics().elidedText(currentText(), Qt::ElideRight, textArea.width()));
+    paintChevron(&painter, part(QStyle::SC_ComboBoxArrow).center(), palette().color(QPalette::Text));
 }
 
 QSize FunctionComboBox::hintFor(int textWidth) const
@@ -83,4 +122,11 @@ QSize FunctionComboBox::hintFor(int textWidth) const
     initStyleOption(&option);
     return style()->sizeFromContents(QStyle::CT_ComboBox, &option, {std::max(textWidth, least), height},
                                      this);
+}
+
+QColor FunctionComboBox::textColour() const
+{
+    // Qt colours the entries of the list alone: the closed combo would not tell an unknown function.
+    const QVariant own = currentData(Qt::ForegroundRole);
+    return own.isValid() ? own.value<QColor>() : palette().color(QPalette::Text);
 }

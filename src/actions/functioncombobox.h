@@ -6,7 +6,8 @@
 class FunctionListModel;
 
 /// The combo in which an editor's function is chosen. Its size hints are those of any combo with these
-/// entries, but a catalogue that many combos share is measured once.
+/// entries, but a catalogue that many combos share is measured once. Closed, it shows its entry in the
+/// entry's own colour, cut short with an ellipsis where it does not fit.
 class FunctionComboBox : public QComboBox
 {
     Q_OBJECT
@@ -22,14 +23,17 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+    /// Opens the list, as wide as its entries need.
+    void showPopup() override;
 
 protected:
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
-    void initStyleOption(QStyleOptionComboBox *option) const override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     [[nodiscard]] QSize hintFor(int textWidth) const;
+    [[nodiscard]] QColor textColour() const;
 
     FunctionListModel *m_functions;
     mutable QSize m_hint;
