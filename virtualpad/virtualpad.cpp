@@ -69,8 +69,8 @@ void VirtualPad::plug(const PadShape &shape)
         const std::lock_guard lock(m_mutex);
         m_joydev.plug(shape);
     }
-    // Contents make the node a plain file, which can be made again when the pad returns; the minor number
-    // of the joystick nodes equals their own.
+    // The test bed makes the node and then tells listeners. Contents make the node a plain file, which can be
+    // made again when the pad returns; the minor number of the joystick nodes equals their own.
     const std::string description =
         std::format("P: {}\n"
                     "N: {}=00\n"
@@ -88,15 +88,13 @@ void VirtualPad::plug(const PadShape &shape)
     GError *error = nullptr;
     if (!umockdev_testbed_add_from_string(m_testbed, description.c_str(), &error))
         fail(m_node, error);
-    umockdev_testbed_uevent(m_testbed, m_systemPath.c_str(), "add");
 }
 
-// Listeners hear of the removal before reading fails, so that nobody tries to open the node once more.
+// The test bed tells listeners of the removal before reading fails, so that nobody opens the node once more.
 void VirtualPad::unplug()
 {
     if (!isPlugged())
         return;
-    umockdev_testbed_uevent(m_testbed, m_systemPath.c_str(), "remove");
     umockdev_testbed_remove_device(m_testbed, m_systemPath.c_str());
     const std::lock_guard lock(m_mutex);
     m_joydev.unplug();

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hostprocess.h"
+#include "padshape.h"
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <span>
+
+class VirtualPad;
+
+/// Where the road finds things and leaves things.
+struct RoadSetup
+{
+    QString hostProgram;
+    QString plugin;
+    QString data;     ///< the host's data; must be empty or not exist for a first run
+    QString log;      ///< what the host says on standard error is appended here
+    QString pictures; ///< a picture of the host's window goes here after each step; empty for none
+};
+
+/// What came of one step.
+struct StepResult
+{
+    bool happened = false;
+    QString words; ///< what the host received; or, when the step did not happen, what was waited for
+};
+
+/// The product's main job from end to end: a virtual pad, SFML's own code, the built plugin in a host that
+/// knows only the contract. Each step acts as a person does and then waits for what the host receives. The
+/// steps build on each other: run them in order, and none after one that did not happen.
+class Road
+{
+public:
+    struct Step
+    {
+        const char *title;
+        const char *picture; ///< name of its picture without suffix
+        StepResult (Road::*run)();
+    };
+
+    Road(VirtualPad &pad, RoadSetup setup);
+
+    [[nodiscard]] static std::span<const Step> steps();
+    /// Runs the step and takes its picture.
+    StepResult run(const Step &step);
+
+private:
+    StepResult startHost();
+    StepResult plugIn();
+    StepResult select();
+    StepResult calibrate();
+    StepResult moveStick();
+    StepResult pullTrigger();
+    StepResult pressButton();
+    StepResult releaseButton();
+    StepResult pullOut();
+    StepResult returnPad();
+    StepResult restart();
+    StepResult useAfterRestart();
+    StepResult endHost();
+
+    [[nodiscard]] bool launch();
+    StepResult sweep(PadAxis axis, const QString &key, double rest, double end, double expected);
+    [[nodiscard]] HostProcess::Condition held(const QString &key, double value) const;
+    StepResult awaitRest();
+    [[nodiscard]] int selectedDevice() const;
+
+    VirtualPad &m_pad;
+    RoadSetup m_setup;
+    std::unique_ptr<HostProcess> m_host;
+    qsizetype m_selectedAt = 0; ///< line from which on the present device's own lines come
+};
+
+/// The pad of the road: its sticks rest a little off the middle, as real ones do.
+[[nodiscard]] PadShape demoPad();
