@@ -13,8 +13,6 @@ constexpr int extremeTicksNeeded = 8;
 constexpr int restBand = 8;
 constexpr int stableTicksNeeded = 30;
 constexpr double triggerEndLimit = 99.5;
-constexpr double publishStep = 0.5;
-constexpr double publishBand = 8.0;
 
 bool restsAtEnd(AxisCalibration &axis, int rounded)
 {
@@ -47,11 +45,8 @@ void settle(AxisCalibration &axis, int rest, bool isTrigger)
 }
 } // namespace
 
-AxisCalibration::Outcome AxisCalibration::read(double reading)
+AxisCalibration::Outcome AxisCalibration::learn()
 {
-    raw = reading;
-    if (calibrated)
-        return Outcome::Nothing;
     const int rounded = roundedReading(raw);
     if (restsAtEnd(*this, rounded)) {
         settle(*this, rounded, true);
@@ -64,19 +59,8 @@ AxisCalibration::Outcome AxisCalibration::read(double reading)
     return Outcome::Nothing;
 }
 
-bool AxisCalibration::accept()
+double AxisCalibration::correctedTrigger() const
 {
-    const double now = corrected();
-    if (std::abs(now - value) <= publishStep && now >= -publishBand && now <= publishBand)
-        return false;
-    value = now;
-    return true;
-}
-
-double AxisCalibration::corrected() const
-{
-    if (!isTrigger)
-        return std::clamp(raw - bias, -100.0, 100.0);
     if (bias <= -triggerEndLimit)
         return std::max((raw + 100.0) * 0.5, 0.0);
     if (bias >= triggerEndLimit)

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <cmath>
+
 /// What one axis has shown since calibration began, on SFML's scale of -100 to 100.
 ///
 /// The same kind of axis rests at 0 (a stick) or at one end of its range (a trigger), and a device does not
@@ -23,13 +26,37 @@ struct AxisCalibration
     int stableTicks = 0;  ///< length of that run
     int extremeTicks = 0; ///< length of the run at an end of the range
 
+    // What a calibrated axis does at every tick is inline: at rest the calls would cost as much as the work.
+
     /// Takes one reading, and learns the rest position from it where none is known yet.
-    Outcome read(double reading);
+    Outcome read(double reading)
+    {
+        raw = reading;
+        return calibrated ? Outcome::Nothing : learn();
+    }
+
     /// Corrects the last reading and stores it in `value` if it is worth telling: it has moved by more than
     /// 0.5, or stands outside -8 to 8. Returns whether it did. For calibrated axes only.
-    [[nodiscard]] bool accept();
+    [[nodiscard]] bool accept()
+    {
+        constexpr double publishStep = 0.5;
+        constexpr double publishBand = 8.0;
+        const double now = corrected();
+        if (std::abs(now - value) <= publishStep && now >= -publishBand && now <= publishBand)
+            return false;
+        value = now;
+        return true;
+    }
+
     /// The last reading seen from the rest position: -100 to 100 for a stick, 0 to 100 for a trigger.
-    [[nodiscard]] double corrected() const;
+    [[nodiscard]] double corrected() const
+    {
+        return isTrigger ? correctedTrigger() : std::clamp(raw - bias, -100.0, 100.0);
+    }
+
+private:
+    Outcome learn();
+    [[nodiscard]] double correctedTrigger() const;
 };
 
 /// The whole number nearest to `reading`, which is finite; halves go away from zero.

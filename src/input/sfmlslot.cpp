@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "sfmlslot.h"
 
+#include <string_view>
+
 sf::Joystick::Identification SfmlSlot::identification() const
 {
     if (m_exists)
@@ -20,13 +22,19 @@ QString textOf(const sf::String &text)
 
 bool readsAs(const sf::String &text, QStringView known)
 {
-    qsizetype at = 0;
-    for (const char32_t codePoint : text) {
-        for (const char16_t unit : QChar::fromUcs4(codePoint)) {
-            if (at == known.size() || known[at] != unit)
-                return false;
-            ++at;
+    const char16_t *unit = known.utf16();
+    const char16_t *const end = unit + known.size();
+    for (const char32_t codePoint : std::u32string_view(text.getData(), text.getSize())) {
+        if (unit == end)
+            return false;
+        if (*unit == codePoint) {
+            ++unit;
+            continue;
         }
+        if (!QChar::requiresSurrogates(codePoint) || end - unit < 2 ||
+            unit[0] != QChar::highSurrogate(codePoint) || unit[1] != QChar::lowSurrogate(codePoint))
+            return false;
+        unit += 2;
     }
-    return at == known.size();
+    return unit == end;
 }
