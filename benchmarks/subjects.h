@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class Suite;
+
+// Each subject adds its pairs; its file says what they compare.
+void addTickPairs(const Suite &suite);
+void addRunningPadsPairs(const Suite &suite);
+void addProfileLookupPairs(const Suite &suite);
+void addCardPairs(const Suite &suite);
