@@ -31,7 +31,8 @@ void LinkerDeviceModel::loadFromDisk()
 {
     const GamepadsDocument document = parseGamepads(readGamepadsFile(gamepadsFilePath(m_context)));
     LiveDevices devices;
-    for (const QPointer<ControlManette> &device : manager()->gamepads()) {
+    const GamepadManager::Gamepads gamepads = manager()->gamepads();
+    for (const QPointer<ControlManette> &device : gamepads) {
         if (device)
             devices.insert(usnOfSlot(device->deviceId()), device);
     }
@@ -92,7 +93,8 @@ void LinkerDeviceModel::saveToDisk() const
 void LinkerDeviceModel::syncWithManager()
 {
     QSet<QString> seen;
-    for (const QPointer<ControlManette> &device : manager()->gamepads()) {
+    const GamepadManager::Gamepads gamepads = manager()->gamepads();
+    for (const QPointer<ControlManette> &device : gamepads) {
         if (!device)
             continue;
         seen.insert(usnOfSlot(device->deviceId()));

@@ -49,7 +49,7 @@ QJsonObject stored(const QString &context)
 
 QJsonObject storedDevice(const QString &usn, const QString &context)
 {
-    return stored(context)["devices"_L1][usn].toObject();
+    return stored(context).value("devices"_L1)[usn].toObject();
 }
 
 QJsonObject rememberedDevice(int slot, const QJsonObject &kv)
@@ -98,7 +98,8 @@ void settle()
 
 ControlManette *liveDevice(int slot)
 {
-    for (const auto &device : GamepadManager::instance()->gamepads()) {
+    const GamepadManager::Gamepads devices = GamepadManager::instance()->gamepads();
+    for (const auto &device : devices) {
         if (device && device->deviceId() == slot)
             return device;
     }

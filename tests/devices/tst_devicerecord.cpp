@@ -169,7 +169,7 @@ private Q_SLOTS:
             {u"productId"_s, u"0xce6"_s}, {u"connected"_s, true},     {u"kv"_s, record.kv},
         };
         QCOMPARE(objectOf(record), expected);
-        QVERIFY(objectOf(record)[u"deviceId"_s].isDouble());
+        QVERIFY(objectOf(record).value(u"deviceId"_s).isDouble());
     }
 
     void jsonOfAnAbsentDeviceIsItsIdentityWithKv()
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QJsonObject expected = record.infoObject;
         expected[u"kv"_s] = record.kv;
         QCOMPARE(objectOf(record), expected);
-        QVERIFY(objectOf(record)[u"deviceId"_s].isString());
+        QVERIFY(objectOf(record).value(u"deviceId"_s).isString());
     }
 
     void jsonHasKvEvenWhenItIsEmpty() { QCOMPARE(jsonText({}), QByteArray(R"({"kv":{}})")); }

@@ -17,10 +17,20 @@ using Model = LinkerDeviceModel;
 
 namespace
 {
-const QString merged = // NOLINT(cert-err58-cpp)
-    u"data gp:%1: name isConnected videoInterfaces product image modelString json"_s;
-const QString wentAway = u"data gp:%1: isConnected linkState json"_s; // NOLINT(cert-err58-cpp)
-const QString link = u"data gp:%1: linkState"_s;                      // NOLINT(cert-err58-cpp)
+QString merged(int slot)
+{
+    return u"data gp:%1: name isConnected videoInterfaces product image modelString json"_s.arg(slot);
+}
+
+QString wentAway(int slot)
+{
+    return u"data gp:%1: isConnected linkState json"_s.arg(slot);
+}
+
+QString link(int slot)
+{
+    return u"data gp:%1: linkState"_s.arg(slot);
+}
 
 /// Hundreds of rounds need not be told line by line.
 class Quiet
@@ -69,7 +79,7 @@ private Q_SLOTS:
         // The tick finds the joystick gone.
         unplug(1);
         QTRY_COMPARE(model.at(0, Model::LinkStateRole), QVariant(0));
-        QCOMPARE(log.take(), (QStringList{link.arg(1), u"selected 1"_s}));
+        QCOMPARE(log.take(), (QStringList{link(1), u"selected 1"_s}));
         QCOMPARE(model.interfaceForRow(0), before);
 
         // Discovery finds the slot empty.
@@ -83,9 +93,9 @@ private Q_SLOTS:
         QCOMPARE(model.selection(), QList<IComInterface *>{placeholder});
         const QStringList gone{
             // Told that it goes, the model still has it, and starts it once more.
-            merged.arg(1),   link.arg(1),     u"save"_s,       u"selected 1"_s, //
-            wentAway.arg(1), u"save"_s,       u"selected 1"_s,                  //
-            u"save"_s,       u"selected 1"_s,
+            merged(1),   link(1),         u"save"_s,       u"selected 1"_s, //
+            wentAway(1), u"save"_s,       u"selected 1"_s,                  //
+            u"save"_s,   u"selected 1"_s,
         };
         QCOMPARE(log.take(), gone);
 
@@ -101,19 +111,19 @@ private Q_SLOTS:
         discover();
         const QStringList back{
             // Found: the device takes the placeholder's place, and starts.
-            merged.arg(1),
-            link.arg(1),
-            link.arg(1),
+            merged(1),
+            link(1),
+            link(1),
             u"selected 1"_s,
             u"save"_s,
             u"selected 1"_s,
             // Added, and the list once more.
-            merged.arg(1),
-            link.arg(1),
+            merged(1),
+            link(1),
             u"save"_s,
             u"selected 1"_s, //
-            merged.arg(1),
-            link.arg(1),
+            merged(1),
+            link(1),
             u"save"_s,
             u"selected 1"_s,
         };

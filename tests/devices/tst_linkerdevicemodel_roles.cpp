@@ -156,7 +156,8 @@ private Q_SLOTS:
         QVERIFY(model.setData(model.index(1), u"Mine"_s, Model::NameRole));
         QCOMPARE(log.take(), (QStringList{u"data gp:2: name json"_s, u"save"_s}));
         QCOMPARE(model.at(1, Model::NameRole), QVariant(u"Mine"_s));
-        QCOMPARE(storedDevice(u"gp:2"_s)[u"kv"_s], QJsonValue(QJsonObject{{u"nameOverride"_s, u"Mine"_s}}));
+        QCOMPARE(storedDevice(u"gp:2"_s).value(u"kv"_s),
+                 QJsonValue(QJsonObject{{u"nameOverride"_s, u"Mine"_s}}));
     }
 
     void theSameNameSaysNothing()
@@ -169,7 +170,7 @@ private Q_SLOTS:
         QVERIFY(model.setData(model.index(1), u"Mine"_s, Model::NameRole));
         QVERIFY(model.setData(model.index(0), u""_s, Model::NameRole));
         QCOMPARE(log.take(), QStringList());
-        QCOMPARE(storedDevice(u"gp:1"_s)[u"kv"_s], QJsonValue(QJsonObject()));
+        QCOMPARE(storedDevice(u"gp:1"_s).value(u"kv"_s), QJsonValue(QJsonObject()));
     }
 
     void anEmptyNameShowsTheDevicesOwnAgain()
@@ -182,7 +183,7 @@ private Q_SLOTS:
         QVERIFY(model.setData(model.index(0), u""_s, Model::NameRole));
         QCOMPARE(model.at(0, Model::NameRole), QVariant(u"Live pad"_s));
         QCOMPARE(log.take(), (QStringList{u"data gp:1: name json"_s, u"save"_s}));
-        QCOMPARE(storedDevice(u"gp:1"_s)[u"kv"_s], QJsonValue(QJsonObject{{u"nameOverride"_s, u""_s}}));
+        QCOMPARE(storedDevice(u"gp:1"_s).value(u"kv"_s), QJsonValue(QJsonObject{{u"nameOverride"_s, u""_s}}));
     }
 
     void aProductIsStoredEachTime()
@@ -196,7 +197,7 @@ private Q_SLOTS:
             QCOMPARE(log.take(), (QStringList{u"data gp:1: product json"_s, u"save"_s}));
         }
         QCOMPARE(model.at(0, Model::ProductRole), QVariant(u"Stick"_s));
-        QCOMPARE(storedDevice(u"gp:1"_s)[u"kv"_s], QJsonValue(QJsonObject{{u"product"_s, u"Stick"_s}}));
+        QCOMPARE(storedDevice(u"gp:1"_s).value(u"kv"_s), QJsonValue(QJsonObject{{u"product"_s, u"Stick"_s}}));
     }
 
     void aProductComesBackForAnAbsentRowOnly()
@@ -249,7 +250,7 @@ private Q_SLOTS:
         settle();
         QVERIFY(model.setData(model.index(1), u"/mine.png"_s, Model::ImageRole));
         QVERIFY(model.setData(model.index(1), redIcon(), Model::ImageRole));
-        QCOMPARE(storedDevice(u"gp:2"_s)[u"kv"_s], QJsonValue(QJsonObject()));
+        QCOMPARE(storedDevice(u"gp:2"_s).value(u"kv"_s), QJsonValue(QJsonObject()));
     }
 
     void aPathIsStoredAndNotShown()
@@ -263,10 +264,10 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"data gp:2: image"_s, u"save"_s}));
         QCOMPARE(model.at(1, Model::ImageRole), QVariant(u"/pictures/2.png"_s));
         const QJsonObject kv{{u"imagePath"_s, u"/mine.png"_s}};
-        QCOMPARE(jsonAt(model, 1)[u"kv"_s], QJsonValue(kv));
-        QCOMPARE(jsonAt(model, 1)[u"imagePath"_s], QJsonValue(u"/pictures/2.png"_s));
-        QCOMPARE(storedDevice(u"gp:2"_s)[u"kv"_s], QJsonValue(kv));
-        QCOMPARE(storedDevice(u"gp:2"_s)[u"imagePath"_s], QJsonValue(u"/pictures/2.png"_s));
+        QCOMPARE(jsonAt(model, 1).value(u"kv"_s), QJsonValue(kv));
+        QCOMPARE(jsonAt(model, 1).value(u"imagePath"_s), QJsonValue(u"/pictures/2.png"_s));
+        QCOMPARE(storedDevice(u"gp:2"_s).value(u"kv"_s), QJsonValue(kv));
+        QCOMPARE(storedDevice(u"gp:2"_s).value(u"imagePath"_s), QJsonValue(u"/pictures/2.png"_s));
     }
 
     void anImageThatIsNeitherIconNorPathIsRefused()

@@ -14,12 +14,17 @@ using Model = LinkerDeviceModel;
 
 namespace
 {
-QString diagnosticLine; // NOLINT(cert-err58-cpp): what the message handler, a plain function, caught
+/// What the message handler, a plain function, caught.
+QString &diagnosticLine()
+{
+    static QString line;
+    return line;
+}
 
 void catchDiagnostic(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message)
 {
     if (type == QtDebugMsg && message.startsWith(u'*'))
-        diagnosticLine = message;
+        diagnosticLine() = message;
 }
 
 bool runs(const ControlManette *device)
@@ -32,16 +37,19 @@ int linkState(const TestedModel &model, int row)
     return model.at(row, Model::LinkStateRole).toInt();
 }
 
-const QString said = u"data gp:%1: %2"_s; // NOLINT(cert-err58-cpp)
+QString said(int slot, const QString &roles)
+{
+    return u"data gp:%1: %2"_s.arg(slot).arg(roles);
+}
 
 QString link(int slot)
 {
-    return said.arg(slot).arg(u"linkState"_s);
+    return said(slot, u"linkState"_s);
 }
 
 QString choice(int slot)
 {
-    return said.arg(slot).arg(u"selected linkState json"_s);
+    return said(slot, u"selected linkState json"_s);
 }
 } // namespace
 
@@ -73,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(model.interfaceForRow(0), liveDevice(0));
         QVERIFY(runs(liveDevice(0)));
         QCOMPARE(liveDevice(0)->status(), int(IComInterface::connected));
-        QCOMPARE(storedDevice(u"gp:0"_s)[u"kv"_s], QJsonValue(selectedKv()));
+        QCOMPARE(storedDevice(u"gp:0"_s).value(u"kv"_s), QJsonValue(selectedKv()));
     }
 
     void linkStateIsStartingUntilTheDeviceSpeaks()
@@ -104,7 +112,7 @@ private Q_SLOTS:
         QVERIFY(!model.interfaceForRow(0));
         QVERIFY(!runs(liveDevice(0)));
         QCOMPARE(liveDevice(0)->status(), int(IComInterface::noCom));
-        QCOMPARE(storedDevice(u"gp:0"_s)[u"kv"_s], QJsonValue(QJsonObject{{u"selected"_s, false}}));
+        QCOMPARE(storedDevice(u"gp:0"_s).value(u"kv"_s), QJsonValue(QJsonObject{{u"selected"_s, false}}));
     }
 
     void selectingAnAbsentRowMakesAPlaceholder()
@@ -181,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(linkState(model, 0), 0);
         QCOMPARE(linkState(model, 1), 2);
         QCOMPARE(model.selection(), QList<IComInterface *>{liveDevice(1)});
-        QCOMPARE(storedDevice(u"gp:0"_s)[u"kv"_s], QJsonValue(QJsonObject{{u"selected"_s, false}}));
+        QCOMPARE(storedDevice(u"gp:0"_s).value(u"kv"_s), QJsonValue(QJsonObject{{u"selected"_s, false}}));
     }
 
     void aReplacedRowKeepsItsInterfaceAndItsPlaceholder()
@@ -214,7 +222,7 @@ private Q_SLOTS:
         ModelLog log(&model);
         model.setSelected(u"gp:5"_s, true);
         // gp:5 was remembered, so it is the first row.
-        QCOMPARE(log.take().last(), u"selected 5 0 1"_s);
+        QCOMPARE(log.take().constLast(), u"selected 5 0 1"_s);
         QCOMPARE(linkState(model, model.indexOfUsn(u"gp:1"_s)), 2);
     }
 
@@ -326,14 +334,14 @@ private Q_SLOTS:
         TestedModel model;
         settle();
         model.setSelected(u"gp:0"_s, true);
-        diagnosticLine.clear();
+        diagnosticLine().clear();
         const auto previous = qInstallMessageHandler(catchDiagnostic);
         model.syncSelected();
         qInstallMessageHandler(previous);
         const QString stars =
             u"****************************fffffffffffffffffffffffffff***********************"_s;
-        QVERIFY2(diagnosticLine.startsWith(stars + u' '), qPrintable(diagnosticLine));
-        QCOMPARE(diagnosticLine.count(u"ControlManette("_s), 1);
+        QVERIFY2(diagnosticLine().startsWith(stars + u' '), qPrintable(diagnosticLine()));
+        QCOMPARE(diagnosticLine().count(u"ControlManette("_s), 1);
     }
 
     void noLineIsWrittenWhereDebugOutputIsOff()
@@ -341,12 +349,12 @@ private Q_SLOTS:
         TestedModel model;
         settle();
         QLoggingCategory::setFilterRules(u"default.debug=false"_s);
-        diagnosticLine.clear();
+        diagnosticLine().clear();
         const auto previous = qInstallMessageHandler(catchDiagnostic);
         model.syncSelected();
         qInstallMessageHandler(previous);
         QLoggingCategory::setFilterRules(QString());
-        QVERIFY(diagnosticLine.isEmpty());
+        QVERIFY(diagnosticLine().isEmpty());
     }
 
     void aLostJoystickTakesTheLinkToNothing()
@@ -393,10 +401,9 @@ private Q_SLOTS:
         QCOMPARE(linkState(model, 0), 1);
         // Three announcements of the manager, each a merge that starts gp:0 again.
         const QString merged = u"name isConnected videoInterfaces product image modelString json"_s;
-        const QStringList first{said.arg(0).arg(merged), link(0), u"inserted 1"_s, u"count"_s, u"save"_s,
-                                u"selected 0"_s};
-        const QStringList again{said.arg(0).arg(merged), link(0), said.arg(1).arg(merged), u"save"_s,
-                                u"selected 0"_s};
+        const QStringList first{said(0, merged), link(0),   u"inserted 1"_s,
+                                u"count"_s,      u"save"_s, u"selected 0"_s};
+        const QStringList again{said(0, merged), link(0), said(1, merged), u"save"_s, u"selected 0"_s};
         QCOMPARE(log.take(), first + again + again);
         settle();
         QCOMPARE(linkState(model, 0), 1);
