@@ -3,6 +3,7 @@
 
 #include "actionsheets.h"
 #include "argumentform.h"
+#include "formscrollarea.h"
 #include "functioncombobox.h"
 #include "functionlistmodel.h"
 #include "sharedsheet.h"
@@ -13,7 +14,6 @@
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -164,6 +164,7 @@ void ActionToolBox::openSettings()
     if (m_settingsPanel->styleSheet().isEmpty())
         m_settingsPanel->setStyleSheet(toolBoxSheet());
     m_settingsPanel->move(m_functionCombo->mapToGlobal(m_functionCombo->rect().bottomLeft()));
+    m_formScroll->updateGeometry(); // a scroll area does not pass on that its content wants another size
     m_settingsPanel->adjustSize();
     roundCorners(m_settingsPanel);
     m_settingsPanel->show();
@@ -253,15 +254,15 @@ void ActionToolBox::ensureSettingsPanel()
     m_settingsPanel->setAutoFillBackground(false);
 
     m_form = new ArgumentForm(toolBoxTraits);
-    auto *scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidget(m_form);
+    m_formScroll = new FormScrollArea;
+    m_formScroll->setWidgetResizable(true);
+    m_formScroll->setFrameShape(QFrame::NoFrame);
+    m_formScroll->setWidget(m_form);
 
     auto *layout = new QVBoxLayout(m_settingsPanel);
     layout->setContentsMargins(12, 10, 12, 10);
     layout->setSpacing(8);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(m_formScroll, 1);
     wearToolFont(m_settingsPanel);
 
     connect(m_form, &ArgumentForm::edited, this, &ActionToolBox::durty);

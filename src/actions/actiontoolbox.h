@@ -9,6 +9,7 @@ class ArgumentForm;
 class FunctionComboBox;
 class FunctionListModel;
 class QLabel;
+class QScrollArea;
 struct FunctionDef;
 
 /// The small frame beside a pastille that names what the pastille's input runs, with a popup for the
@@ -71,6 +72,7 @@ private:
     FunctionComboBox *m_functionCombo;
     // A window of its own, null until it is needed.
     QPointer<QFrame> m_settingsPanel;
+    QPointer<QScrollArea> m_formScroll;
     QPointer<ArgumentForm> m_form;
     int m_inputKind = 0;
 };
