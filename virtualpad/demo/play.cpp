@@ -5,11 +5,13 @@
 #include "places.h"
 #include "road.h"
 #include "sampleprofile.h"
+#include "theme.h"
 #include "virtualbench.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
 #include <QtCore/QTextStream>
+#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QTabWidget>
 
@@ -29,6 +31,16 @@ PadShape secondPad()
     shape.productId = 0x0002;
     return shape;
 }
+
+// Where it covers least of the host's window.
+void showInCorner(QWidget &window)
+{
+    window.adjustSize();
+    const QRect space = window.screen()->availableGeometry();
+    window.move(space.right() - window.frameGeometry().width(),
+                space.bottom() - window.frameGeometry().height());
+    window.show();
+}
 } // namespace
 
 int play(VirtualBench &bench, const Places &places)
@@ -39,6 +51,8 @@ int play(VirtualBench &bench, const Places &places)
         return 2;
     }
 
+    QApplication::setStyle(u"Fusion"_s);
+    QApplication::setPalette(theme::palette());
     QTabWidget panels;
     panels.setWindowTitle(u"Virtual pads"_s);
     panels.addTab(new PadPanel(bench.pad(0), demoPad()), u"Pad 1"_s);
@@ -60,7 +74,7 @@ int play(VirtualBench &bench, const Places &places)
         }
     });
     host.start();
-    panels.show();
+    showInCorner(panels);
     const int code = QApplication::exec();
     if (code != 0 && host.state() == QProcess::NotRunning)
         QTextStream(stderr) << "gamepad-demo: the host ended with " << code << "; see " << places.log()
