@@ -42,8 +42,6 @@ int OverlayLines::addLine(QWidget *from, QWidget *to, int gap, const QColor &col
     line.gap = gap;
     line.color = color;
     line.width = width;
-    line.hadFrom = from != nullptr;
-    line.hadTo = to != nullptr;
     m_lines.append(line);
     update();
     return line.id;
@@ -68,7 +66,7 @@ void OverlayLines::clearLines()
     for (const OverlayLine &line : std::as_const(m_lines)) {
         for (QWidget *endpoint : {line.from.data(), line.to.data()}) {
             if (endpoint) {
-                unwatch(endpoint);
+                endpoint->removeEventFilter(this);
             }
         }
     }
@@ -86,7 +84,7 @@ bool OverlayLines::eventFilter(QObject *watched, QEvent *event)
     case QEvent::LayoutRequest:
         update();
         break;
-    case QEvent::Destroy:
+    case QEvent::Destroy: // sent by the widget's destructor while QPointers still know it
         removeLinesOf(qobject_cast<QWidget *>(watched));
         break;
     default:
@@ -97,19 +95,10 @@ bool OverlayLines::eventFilter(QObject *watched, QEvent *event)
 
 void OverlayLines::watch(QWidget *widget)
 {
-    if (!widget) {
-        return;
+    if (widget) {
+        widget->removeEventFilter(this);
+        widget->installEventFilter(this);
     }
-    unwatch(widget);
-    widget->installEventFilter(this);
-    // A widget's Destroy event comes when no QPointer knows it any more, too late to find its lines.
-    connect(widget, &QObject::destroyed, &m_endpointWatch, [this] { removeLinesOfTheDead(); });
-}
-
-void OverlayLines::unwatch(QWidget *widget)
-{
-    widget->removeEventFilter(this);
-    disconnect(widget, &QObject::destroyed, &m_endpointWatch, nullptr);
 }
 
 void OverlayLines::removeLinesOf(QWidget *widget)
@@ -120,16 +109,6 @@ void OverlayLines::removeLinesOf(QWidget *widget)
     if (!widget || m_lines.removeIf(endsAt) == 0) {
         return;
     }
-    unwatch(widget);
+    widget->removeEventFilter(this);
     update();
-}
-
-void OverlayLines::removeLinesOfTheDead()
-{
-    const auto lostAnEnd = [](const OverlayLine &line) {
-        return (line.hadFrom && !line.from) || (line.hadTo && !line.to);
-    };
-    if (m_lines.removeIf(lostAnEnd) > 0) {
-        update();
-    }
 }

@@ -21,9 +21,6 @@ struct OverlayLine
     int gap = 0;           ///< pixels between a widget's bottom edge and the line
     QColor color;
     double width = 1.0; ///< of the pen
-    // What tells an end that has died from one that was never there.
-    bool hadFrom = false;
-    bool hadTo = false;
 };
 
 /// The layer under the pastilles: a background picture and, above it, lines between pairs of child widgets,
@@ -67,9 +64,7 @@ protected:
 
 private:
     void watch(QWidget *widget);
-    void unwatch(QWidget *widget);
     void removeLinesOf(QWidget *widget);
-    void removeLinesOfTheDead();
     void paintPicture(QPainter &painter) const;
     void paintLine(QPainter &painter, const OverlayLine &line) const;
 
@@ -77,7 +72,4 @@ private:
     BackgroundScaleMode m_backgroundScaleMode = BackgroundScaleMode::Contain;
     QList<OverlayLine> m_lines;
     int m_nextLineId = 1;
-    /// Receives the endpoints' `destroyed`. It dies before the lines do, while the children that are the
-    /// endpoints still live: none of them reaches a canvas that is half gone.
-    QObject m_endpointWatch;
 };

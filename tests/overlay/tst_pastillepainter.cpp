@@ -228,6 +228,28 @@ private Q_SLOTS:
         QVERIFY(shown.endsWith(u'…'));
         QCOMPARE(render(look), withText(bare, shown));
         QVERIFY(changedArea(bare, render(look)).width() <= 48);
+
+        // At every width, up to where the title has just enough room.
+        const int whole = QFontMetrics(bold).horizontalAdvance(look.title) + 8;
+        for (int width = 20; width <= whole + 2; ++width) {
+            look.size = QSize(width, 40);
+            const QString part = QFontMetrics(bold).elidedText(look.title, Qt::ElideRight, width - 8);
+            QCOMPARE(part == look.title, width >= whole);
+            QCOMPARE(render(look), withText(render(untitled(TouchArea::Normal, look.size)), part));
+        }
+    }
+
+    void theTitlesWeightIs700()
+    {
+        QImage image(56, 56, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        QFont thin = painter.font();
+        thin.setWeight(QFont::Light);
+        thin.setPointSize(15);
+        painter.setFont(thin);
+        paintPastille(painter, untitled(TouchArea::Normal));
+        QCOMPARE(painter.font().weight(), 700);
+        QCOMPARE(painter.font().pointSize(), 15);
     }
 
     void anEmptyOrHugeTitleIsHarmless()

@@ -259,6 +259,20 @@ private Q_SLOTS:
         QCOMPARE(stage.cursor(), Qt::OpenHandCursor);
     }
 
+    void aFinishedDragIsOver()
+    {
+        PastilleStage stage;
+        stage.drag(body, QPoint(10, 0));
+        stage.drag(stage.handle(), QPoint(4, 4));
+        stage.takeJournal();
+        // Another button brings the pastille moves of the mouse, and none of them drags it.
+        stage.press(QPoint(130, 100), Qt::MiddleButton);
+        stage.moveTo(QPoint(160, 130));
+        stage.release(QPoint(160, 130), Qt::MiddleButton);
+        QCOMPARE(stage.takeJournal(), QStringList());
+        QCOMPARE(stage.pastille()->geometry(), QRect(110, 80, 60, 60));
+    }
+
     void leavingEditModeEndsNoDrag()
     {
         PastilleStage stage;
