@@ -211,7 +211,7 @@ void ControlManette::resetAllBias()
     m_publishing = false;
 }
 
-void ControlManette::readAxisPresence(const SfmlSlot &slot)
+void ControlManette::readAxisPresence(SfmlSlot slot)
 {
     for (int i = 0; i < axisCount; ++i)
         m_axisPresent[static_cast<std::size_t>(i)] = slot.hasAxis(i);

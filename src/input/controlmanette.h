@@ -107,12 +107,12 @@ private:
     // A listener may destroy the device. These return false then, and nothing of it may be touched any more.
     template <typename Emission>
     [[nodiscard]] bool survives(const Emission &emission);
-    [[nodiscard]] bool readIdentification(const SfmlSlot &slot);
-    [[nodiscard]] bool passAxes(const SfmlSlot &slot, Batch &batch);
-    [[nodiscard]] bool passButtons(const SfmlSlot &slot, Batch &batch);
+    [[nodiscard]] bool readIdentification(SfmlSlot slot);
+    [[nodiscard]] bool passAxes(SfmlSlot slot, Batch &batch);
+    [[nodiscard]] bool passButtons(SfmlSlot slot, Batch &batch);
 
     void onTick();
-    void readAxisPresence(const SfmlSlot &slot);
+    void readAxisPresence(SfmlSlot slot);
     void openPublishingWhenCalibrated();
     void flush(const Batch &batch);
 

@@ -61,7 +61,7 @@ void ControlManette::onTick()
         flush(batch);
 }
 
-bool ControlManette::readIdentification(const SfmlSlot &slot)
+bool ControlManette::readIdentification(SfmlSlot slot)
 {
     const auto identification = slot.identification();
     if (identification.vendorId == m_vendorId && identification.productId == m_productId &&
@@ -72,7 +72,7 @@ bool ControlManette::readIdentification(const SfmlSlot &slot)
            survives([&] { setName(textOf(identification.name)); });
 }
 
-bool ControlManette::passAxes(const SfmlSlot &slot, Batch &batch)
+bool ControlManette::passAxes(SfmlSlot slot, Batch &batch)
 {
     for (int i = 0; i < axisCount; ++i) {
         if (!m_axisPresent[static_cast<std::size_t>(i)])
@@ -104,7 +104,7 @@ void ControlManette::openPublishingWhenCalibrated()
     qCDebug(diagnostics) << "[ready] all present axes calibrated → start publishing";
 }
 
-bool ControlManette::passButtons(const SfmlSlot &slot, Batch &batch)
+bool ControlManette::passButtons(SfmlSlot slot, Batch &batch)
 {
     for (int i = 0; i < buttonCount; ++i) {
         const bool pressed = slot.isButtonPressed(i);

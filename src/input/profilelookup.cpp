@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+constexpr qint64 largestMeta = 64LL * 1024 * 1024; // a host cannot be made to hold whatever lies there
+
 bool isFile(const QString &path)
 {
     return QFileInfo(path).isFile();
@@ -21,7 +23,7 @@ std::optional<ProfileMeta> readMeta(const QString &folder)
 {
     const QFileInfo info(folder + "/meta.json"_L1);
     // What is no file, a pipe say, could keep the host waiting.
-    if (!info.isFile())
+    if (!info.isFile() || info.size() > largestMeta)
         return std::nullopt;
     // Every profile is read at each lookup, so the size that is known is not asked for again, and what is
     // read in one piece is not buffered.

@@ -255,6 +255,14 @@ private Q_SLOTS:
         QCOMPARE(find(), document);
     }
 
+    void aMetaThatFillsTheMemoryIsPassedOver()
+    {
+        QFile file(writeBelowRoot(u"a/meta.json"_s));
+        QVERIFY(file.resize(1LL << 42)); // takes no room on the disk
+        const QString document = linkedProfile(u"b"_s, u"Blue Pad"_s);
+        QCOMPARE(find(), document);
+    }
+
 #ifdef Q_OS_UNIX
     // Opening such a pipe would wait for a writer, and the host with it.
     void aMetaThatIsAPipeIsPassedOver()

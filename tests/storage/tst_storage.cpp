@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "makepath.h"
 #include "plainfilename.h"
 #include "profilesroot.h"
 #include "testmain.h"
@@ -28,6 +29,26 @@ private Q_SLOTS:
         clearTemporaryHome();
         QVERIFY(!QDir(profilesRootPath()).exists());
         QVERIFY(!QDir(profilesBasePath()).exists());
+    }
+
+    void aPathIsMadeWithAllThatLiesAboveIt()
+    {
+        const QString path = temporaryHome() + u"/made/été/x"_s;
+        QVERIFY(!QDir(path).exists());
+        QVERIFY(makePath(path));
+        QVERIFY(QDir(path).exists());
+        QVERIFY(makePath(path));
+        QVERIFY(makePath(path + u"/../y/"_s));
+        QVERIFY(QDir(temporaryHome() + u"/made/été/y"_s).exists());
+    }
+
+    void aPathThroughAFileIsNotMade()
+    {
+        QFile file(temporaryHome() + u"/file"_s);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(!makePath(temporaryHome() + u"/file"_s));
+        QVERIFY(!makePath(temporaryHome() + u"/file/below"_s));
+        QVERIFY(!makePath({}));
     }
 
     void aPlainFileNameStaysInItsFolder_data()
