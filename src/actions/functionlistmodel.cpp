@@ -81,7 +81,7 @@ int FunctionListModel::rowCount(const QModelIndex &parent) const
 
 QVariant FunctionListModel::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+    if (!index.isValid() || index.row() >= rowCount())
         return {};
     const int function = m_filled ? index.row() - 1 : index.row();
     switch (role) {

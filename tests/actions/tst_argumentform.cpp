@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "argumentform.h"
+
+#include "testmain.h"
+
+#include <QtTest/QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+const ParamDef speed{u"speed"_s, u"double"_s, u"0.0"_s};
+const ParamDef count{u"count"_s, u"int"_s, QString()};
+const ParamDef on{u"on"_s, u"bool"_s, u"false"_s};
+
+void runDeferred()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+} // namespace
+
+class TestArgumentForm : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { failOnUnexpectedWarnings(); }
+
+    void theTwoEditorsLabelRowsTheirOwnWay()
+    {
+        ArgumentForm inToolBox(toolBoxTraits);
+        inToolBox.setParams({speed, count});
+        QCOMPARE(inToolBox.fields().at(0).label->text(), u"speed:"_s);
+        QCOMPARE(inToolBox.fields().at(0).label->objectName(), QString());
+        QCOMPARE(inToolBox.fields().at(0).edit->placeholderText(), u"0.0"_s);
+        QCOMPARE(inToolBox.fields().at(1).edit->placeholderText(), u"<par défaut>"_s);
+
+        ArgumentForm onCard(taskBlockTraits);
+        onCard.setParams({speed, count});
+        QCOMPARE(onCard.fields().at(0).label->text(), u"speed"_s);
+        QCOMPARE(onCard.fields().at(0).label->objectName(), u"paramTag"_s);
+        QCOMPARE(onCard.fields().at(0).edit->placeholderText(), u"0.0"_s);
+        QCOMPARE(onCard.fields().at(1).edit->placeholderText(), u"<defaut>"_s);
+    }
+
+    void everyTypeGetsAPlainField()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed, count, on, {u"x"_s, u"colour"_s, QString()}});
+        QCOMPARE(form.fields().size(), 4);
+        for (const ParamField &field : form.fields())
+            QCOMPARE(field.edit->metaObject()->className(), "QLineEdit");
+    }
+
+    void namesAreShownAsTheyAre()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({{u"<i>a</i> & b%1"_s, u"int"_s, QString()}});
+        const QLabel *label = form.fields().first().label;
+        QCOMPARE(label->text(), u"<i>a</i> & b%1:"_s);
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+        QVERIFY(!label->buddy()); // a buddy would make the ampersand a shortcut
+    }
+
+    void argumentsAreCollectedInOrder()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed, count, on});
+        QCOMPARE(form.args(), (QJsonObject{{u"speed"_s, 0.0}, {u"count"_s, QString()}, {u"on"_s, false}}));
+        form.fields().at(0).edit->setText(u" 2.5 "_s);
+        form.fields().at(1).edit->setText(u"3"_s);
+        form.fields().at(2).edit->setText(u"state(a)"_s);
+        QCOMPARE(form.args(), (QJsonObject{{u"speed"_s, 2.5}, {u"count"_s, 3}, {u"on"_s, u"state(a)"_s}}));
+    }
+
+    void filledFieldsFollowTheirValues()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed, count, on});
+        form.fields().at(1).edit->setText(u"typed"_s);
+        form.fill({{u"speed"_s, 1.5}, {u"on"_s, true}, {u"other"_s, 1}});
+        QCOMPARE(form.fields().at(0).edit->text(), u"1.5"_s);
+        QCOMPARE(form.fields().at(1).edit->text(), u"typed"_s); // not named: left as it is
+        QCOMPARE(form.fields().at(2).edit->text(), u"true"_s);
+        form.fill({{u"count"_s, QJsonValue::Null}});
+        QCOMPARE(form.fields().at(1).edit->text(), QString());
+    }
+
+    void everyChangeOfATextIsTold()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed, count});
+        const QSignalSpy edited(&form, &ArgumentForm::edited);
+        form.fields().at(1).edit->setText(u"3"_s);
+        QCOMPARE(edited.count(), 1);
+        form.fields().at(1).edit->setText(u"3"_s);
+        QCOMPARE(edited.count(), 1);
+        form.setParams({speed});
+        form.clear();
+        QCOMPARE(edited.count(), 1);
+    }
+
+    void oldRowsWaitHiddenAndSilentForTheEventLoop()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed});
+        const ParamField old = form.fields().first();
+        const QSignalSpy edited(&form, &ArgumentForm::edited);
+        form.setParams({count});
+        QCOMPARE(form.formLayout()->rowCount(), 1);
+        QVERIFY(old.edit && old.label);
+        QVERIFY(old.edit->isHidden() && old.label->isHidden());
+        old.edit->setText(u"late"_s);
+        QCOMPARE(edited.count(), 0);
+        runDeferred();
+        QVERIFY(!old.edit && !old.label);
+        QCOMPARE(form.fields().size(), 1);
+    }
+
+    void clearRemovesEveryRow()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed, count, on});
+        form.clear();
+        QCOMPARE(form.formLayout()->rowCount(), 0);
+        QCOMPARE(form.fields().size(), 0);
+        QCOMPARE(form.args(), QJsonObject());
+        runDeferred();
+        QVERIFY(form.findChildren<QWidget *>().isEmpty());
+        form.clear();
+    }
+
+    void whoListensMayRebuildTheFormWhileItIsFilled()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed, count, on});
+        connect(
+            &form, &ArgumentForm::edited, &form, [&form] { form.setParams({count}); },
+            Qt::SingleShotConnection);
+        form.fill({{u"speed"_s, 1}, {u"count"_s, 2}, {u"on"_s, true}});
+        runDeferred();
+        QCOMPARE(form.args(), (QJsonObject{{u"count"_s, QString()}}));
+    }
+
+    void theInputTakesTheFirstFreeFieldThatSuitsIt()
+    {
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({on, speed, count});
+        form.fillFromInput(0);
+        form.fillFromInput(1);
+        QCOMPARE(form.args(),
+                 (QJsonObject{{u"on"_s, u"arg_0"_s}, {u"speed"_s, u"arg_0"_s}, {u"count"_s, QString()}}));
+        form.fillFromInput(1);
+        form.fillFromInput(0);
+        QCOMPARE(form.fields().at(2).edit->text(), u"arg_0"_s);
+    }
+};
+
+GAMEPAD_TEST_MAIN(TestArgumentForm)
+#include "tst_argumentform.moc"
