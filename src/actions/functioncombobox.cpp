@@ -105,9 +105,8 @@ void FunctionComboBox::paintEvent(QPaintEvent *)
     };
     const QRect textArea = part(QStyle::SC_ComboBoxEditField);
     painter.setPen(textColour());
-    painter.drawText(textArea,
-                     QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter).toInt() |
-                         Qt::TextSingleLine,
+    const auto alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
+    painter.drawText(textArea, static_cast<int>(alignment) | Qt::TextSingleLine,
                      fontMetrics().elidedText(currentText(), Qt::ElideRight, textArea.width()));
     paintChevron(&painter, part(QStyle::SC_ComboBoxArrow).center(), palette().color(QPalette::Text));
 }
