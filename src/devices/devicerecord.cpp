@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "devicerecord.h"
 
-#include "iconvalue.h"
-
 #include "deviceidentity.h"
+#include "iconvalue.h"
 
 #include <QtCore/QJsonDocument>
 
@@ -20,8 +19,11 @@ struct HexIds
 HexIds hexIds(const DeviceRecord &record)
 {
     if (record.live)
-        return {hexText(record.live->vendorId()), hexText(record.live->productId())};
-    return {record.infoObject["vendorIdHex"_L1].toString(), record.infoObject["productIdHex"_L1].toString()};
+        return {.vendor = hexText(record.live->vendorId()), .product = hexText(record.live->productId())};
+    return {
+        .vendor = record.infoObject["vendorIdHex"_L1].toString(),
+        .product = record.infoObject["productIdHex"_L1].toString(),
+    };
 }
 
 QString ownName(const DeviceRecord &record)

@@ -34,7 +34,7 @@ GamepadsDocument parseGamepads(const QByteArray &json)
             continue;
         QJsonObject device = it.value().toObject();
         const QJsonObject kv = device.take(kvKey).toObject();
-        document.devices.append({it.key(), device, kv});
+        document.devices.append({.usn = it.key(), .infoObject = device, .kv = kv});
     }
     document.otherKeys = root;
     return document;

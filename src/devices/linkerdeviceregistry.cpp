@@ -84,7 +84,11 @@ void LinkerDeviceModel::saveToDisk() const
     document.otherKeys = m_otherKeys;
     for (const QString &usn : m_usnOrder) {
         const DeviceRecord &record = *m_records.constFind(usn);
-        document.devices.append({usn, record.live ? identityOf(*record.live) : record.infoObject, record.kv});
+        document.devices.append({
+            .usn = usn,
+            .infoObject = record.live ? identityOf(*record.live) : record.infoObject,
+            .kv = record.kv,
+        });
     }
     // Nobody is told of a failure: the old file is still there, and the next change tries again.
     std::ignore = writeGamepadsFile(gamepadsFilePath(m_context), gamepadsJson(document));
@@ -176,8 +180,8 @@ bool LinkerDeviceModel::deleteDevice(const QString &usn)
         return false;
 
     // Stopping speaks to listeners, who may not be let in between the begin and the end of a removal.
-    if (DeviceRecord *record = recordOf(usn); record->iface)
-        record->iface->stop();
+    if (const QPointer<IComInterface> iface = recordOf(usn)->iface)
+        iface->stop();
     const int row = indexOfUsn(usn);
     if (row < 0)
         return true;

@@ -27,10 +27,11 @@ private Q_SLOTS:
             }
         })");
         const GamepadsDocument expected{
-            .devices = {{u"gp:1"_s, {{u"deviceId"_s, u"1"_s}}, {}},
-                        {u"gp:3"_s,
-                         {{u"deviceId"_s, u"3"_s}, {u"name"_s, u"B"_s}, {u"extra"_s, QJsonArray{1}}},
-                         {{u"selected"_s, true}, {u"mine"_s, 1}}}},
+            .devices =
+                {{.usn = u"gp:1"_s, .infoObject = {{u"deviceId"_s, u"1"_s}}, .kv = {}},
+                 {.usn = u"gp:3"_s,
+                  .infoObject = {{u"deviceId"_s, u"3"_s}, {u"name"_s, u"B"_s}, {u"extra"_s, QJsonArray{1}}},
+                  .kv = {{u"selected"_s, true}, {u"mine"_s, 1}}}},
             .lastCount = 2,
             .otherKeys = {},
         };
@@ -61,7 +62,7 @@ private Q_SLOTS:
     void anEmptyKeyIsSkipped()
     {
         const GamepadsDocument document = parseGamepads(R"({"devices": {"": {"name": "x"}, "gp:1": {}}})");
-        QCOMPARE(document.devices, (QList<StoredDevice>{{u"gp:1"_s, {}, {}}}));
+        QCOMPARE(document.devices, (QList<StoredDevice>{{.usn = u"gp:1"_s, .infoObject = {}, .kv = {}}}));
     }
 
     void wrongTypesCountAsMissing()
@@ -70,9 +71,9 @@ private Q_SLOTS:
             QCOMPARE(parseGamepads(QByteArray(R"({"devices": )") + value + '}').devices,
                      QList<StoredDevice>());
             QCOMPARE(parseGamepads(QByteArray(R"({"devices": {"a": )") + value + "}}").devices,
-                     (QList<StoredDevice>{{u"a"_s, {}, {}}}));
+                     (QList<StoredDevice>{{.usn = u"a"_s, .infoObject = {}, .kv = {}}}));
             QCOMPARE(parseGamepads(QByteArray(R"({"devices": {"a": {"kv": )") + value + "}}}").devices,
-                     (QList<StoredDevice>{{u"a"_s, {}, {}}}));
+                     (QList<StoredDevice>{{.usn = u"a"_s, .infoObject = {}, .kv = {}}}));
         }
     }
 
@@ -100,7 +101,8 @@ private Q_SLOTS:
     void writesCompactlyWithTheNumberOfRows()
     {
         const GamepadsDocument document{
-            .devices = {{u"gp:1"_s, {{u"name"_s, u"A"_s}}, {}}, {u"gp:0"_s, {}, {{u"selected"_s, true}}}},
+            .devices = {{.usn = u"gp:1"_s, .infoObject = {{u"name"_s, u"A"_s}}, .kv = {}},
+                        {.usn = u"gp:0"_s, .infoObject = {}, .kv = {{u"selected"_s, true}}}},
             .lastCount = 17,
             .otherKeys = {},
         };
@@ -111,9 +113,10 @@ private Q_SLOTS:
     void everyFieldComesBack()
     {
         const GamepadsDocument document{
-            .devices = {{u"gp:2"_s,
-                         {{u"deviceId"_s, u"2"_s}, {u"later"_s, QJsonObject{{u"a"_s, QJsonArray{1, 2}}}}},
-                         {{u"nameOverride"_s, u"é \"q\" \u2028"_s}, {u"selected"_s, true}}}},
+            .devices = {{.usn = u"gp:2"_s,
+                         .infoObject = {{u"deviceId"_s, u"2"_s},
+                                        {u"later"_s, QJsonObject{{u"a"_s, QJsonArray{1, 2}}}}},
+                         .kv = {{u"nameOverride"_s, u"é \"q\" \u2028"_s}, {u"selected"_s, true}}}},
             .lastCount = 1,
             .otherKeys = {{u"version"_s, 9}, {u"note"_s, u"kept"_s}},
         };
@@ -123,7 +126,9 @@ private Q_SLOTS:
     void theDevicesOwnKvIsTheOneThatIsWritten()
     {
         const GamepadsDocument document{
-            .devices = {{u"gp:2"_s, {{u"kv"_s, u"stale"_s}}, {{u"product"_s, u"P"_s}}}},
+            .devices = {{.usn = u"gp:2"_s,
+                         .infoObject = {{u"kv"_s, u"stale"_s}},
+                         .kv = {{u"product"_s, u"P"_s}}}},
             .lastCount = 1,
             .otherKeys = {{u"devices"_s, u"stale"_s}, {u"lastCount"_s, u"stale"_s}},
         };
