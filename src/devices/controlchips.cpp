@@ -25,7 +25,7 @@ ControlChip chipFor(const QString &entry, const QRect &rect)
     const qsizetype bar = entry.indexOf(u'|');
     const bool labelled = bar > 0;
     const QString url = labelled ? entry.sliced(bar + 1) : entry;
-    return {rect, labelled ? entry.first(bar) : QString(), url, kindOf(url)};
+    return {.rect = rect, .label = labelled ? entry.first(bar) : QString(), .url = url, .kind = kindOf(url)};
 }
 } // namespace
 
@@ -43,13 +43,14 @@ QList<ControlChip> layoutChips(const QRect &row, const QStringList &entries)
     const int total = count * chipPitch - chipGap;
     QRect rect(row.center().x() - total / 2, row.center().y() - chipSize / 2, chipSize, chipSize);
     chips.reserve(count + 1);
-    for (const QString &entry : entries.first(count)) {
+    const QStringList shown = entries.first(count);
+    for (const QString &entry : shown) {
         chips.append(chipFor(entry, rect));
         rect.translate(chipPitch, 0);
     }
     if (entries.size() > count) {
         const QString rest = u'+' + QString::number(entries.size() - count);
-        chips.append({rect, rest, rest, 2});
+        chips.append({.rect = rect, .label = rest, .url = rest, .kind = 2});
     }
     return chips;
 }

@@ -57,7 +57,7 @@ public:
 
     bool setData(const QModelIndex &index, const QVariant &value, int role) override
     {
-        writes.append({index.row(), m_names.value(role), value});
+        writes.append({.row = index.row(), .role = m_names.value(role), .value = value});
         if (refuseWrites)
             return false;
         m_rows[index.row()].insert(m_names.value(role), value);

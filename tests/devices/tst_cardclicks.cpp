@@ -13,7 +13,7 @@ namespace
 {
 QMouseEvent mouse(QEvent::Type type, const QPointF &position, Qt::MouseButton button = Qt::LeftButton)
 {
-    return QMouseEvent(type, position, position, button, button, Qt::NoModifier);
+    return {type, position, position, button, button, Qt::NoModifier};
 }
 } // namespace
 
@@ -149,7 +149,7 @@ private Q_SLOTS:
     {
         CardModel model({CardModel::fullRow(u"gp:0"_s)});
         DeviceItemDelegate delegate;
-        QSignalSpy removed(&delegate, &DeviceItemDelegate::requestDelete);
+        const QSignalSpy removed(&delegate, &DeviceItemDelegate::requestDelete);
         for (const auto button : {Qt::LeftButton, Qt::RightButton}) {
             auto release = mouse(QEvent::MouseButtonRelease, {18, 18}, button);
             QVERIFY(!delegate.editorEvent(&release, &model, optionFor({}), {}));
@@ -214,7 +214,7 @@ private Q_SLOTS:
             QPointer<DeviceItemDelegate> victim = new DeviceItemDelegate;
         };
         KillingModel model({CardModel::fullRow(u"gp:0"_s)});
-        QSignalSpy toggled(model.victim, &DeviceItemDelegate::toggledSelect);
+        const QSignalSpy toggled(model.victim, &DeviceItemDelegate::toggledSelect);
         auto release = mouse(QEvent::MouseButtonRelease, {40, 150});
         QVERIFY(model.victim->editorEvent(&release, &model, optionFor({}), model.index(0)));
         QVERIFY(!model.victim);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         };
         VanishingModel model({CardModel::fullRow(u"gp:0"_s)});
         DeviceItemDelegate delegate;
-        QSignalSpy toggled(&delegate, &DeviceItemDelegate::toggledSelect);
+        const QSignalSpy toggled(&delegate, &DeviceItemDelegate::toggledSelect);
         auto release = mouse(QEvent::MouseButtonRelease, {40, 150});
         QVERIFY(delegate.editorEvent(&release, &model, optionFor({}), model.index(0)));
         QCOMPARE(toggled.first(), (QVariantList{u"gp:0"_s, true}));

@@ -59,8 +59,7 @@ void dismiss(QMenu &menu)
 
 QMouseEvent rightRelease(const QPointF &global = {300, 200})
 {
-    return QMouseEvent(QEvent::MouseButtonRelease, {40, 150}, global, Qt::RightButton, Qt::NoButton,
-                       Qt::NoModifier);
+    return {QEvent::MouseButtonRelease, {40, 150}, global, Qt::RightButton, Qt::NoButton, Qt::NoModifier};
 }
 
 QStyleOptionViewItem cardOption()
@@ -292,7 +291,7 @@ private Q_SLOTS:
         view.resize(300, 240);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
-        QSignalSpy removed(&delegate, &DeviceItemDelegate::requestDelete);
+        const QSignalSpy removed(&delegate, &DeviceItemDelegate::requestDelete);
         bool closed = false;
         MenuUser user([&](QMenu &menu) {
             delete model;
@@ -325,7 +324,7 @@ private Q_SLOTS:
         window->resize(300, 240);
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-        QSignalSpy removed(delegate, &DeviceItemDelegate::requestDelete);
+        const QSignalSpy removed(delegate, &DeviceItemDelegate::requestDelete);
 
         bool livesOn = false;
         const QPointer unrelated(new QObject);

@@ -30,8 +30,13 @@ private Q_SLOTS:
     {
         const auto chips = layoutChips(hintedRow, {u"Axes|axis://6"_s, u"Buttons|btn://11"_s});
         QCOMPARE(chips.size(), 2);
-        QVERIFY((chips.at(0) == ControlChip{QRect(125, 196, 20, 20), u"Axes"_s, u"axis://6"_s, 0}));
-        QVERIFY((chips.at(1) == ControlChip{QRect(153, 196, 20, 20), u"Buttons"_s, u"btn://11"_s, 1}));
+        QVERIFY((chips.at(0) ==
+                 ControlChip{
+                     .rect = QRect(125, 196, 20, 20), .label = u"Axes"_s, .url = u"axis://6"_s, .kind = 0}));
+        QVERIFY((chips.at(1) == ControlChip{.rect = QRect(153, 196, 20, 20),
+                                            .label = u"Buttons"_s,
+                                            .url = u"btn://11"_s,
+                                            .kind = 1}));
     }
 
     void asManyChipsAsFit_data()
@@ -113,8 +118,9 @@ private Q_SLOTS:
 
     void theChipUnderAPointIsTheFirst()
     {
-        const QList<ControlChip> chips{{QRect(10, 10, 20, 20), u"a"_s, {}, 2},
-                                       {QRect(20, 10, 20, 20), u"b"_s, {}, 2}};
+        const QList<ControlChip> chips{
+            {.rect = QRect(10, 10, 20, 20), .label = u"a"_s, .url = {}, .kind = 2},
+            {.rect = QRect(20, 10, 20, 20), .label = u"b"_s, .url = {}, .kind = 2}};
         QCOMPARE(chipAt(chips, {25, 15}), &chips.at(0));
         QCOMPARE(chipAt(chips, {39, 29}), &chips.at(1));
         QCOMPARE(chipAt(chips, {10, 10}), &chips.at(0));

@@ -13,7 +13,7 @@ namespace
 {
 QMouseEvent mouse(QEvent::Type type, const QPointF &position, Qt::MouseButton button)
 {
-    return QMouseEvent(type, position, position, button, button, Qt::NoModifier);
+    return {type, position, position, button, button, Qt::NoModifier};
 }
 } // namespace
 
