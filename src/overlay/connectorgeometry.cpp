@@ -8,7 +8,7 @@ Connector connectorTo(const QPoint &start, const QPoint &left, const QPoint &rig
     const bool startIsRight = right.x() < start.x();
     const bool startIsLeft = left.x() > start.x();
     const bool leadsRight = startIsRight || (!startIsLeft && sideBias >= 0.0);
-    return leadsRight ? Connector{start, right, left} : Connector{start, left, right};
+    return {.start = start, .nearCorner = leadsRight ? right : left, .farCorner = leadsRight ? left : right};
 }
 
 QPoint startBelow(const QRect &widget, int gap)

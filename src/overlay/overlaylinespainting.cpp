@@ -9,7 +9,7 @@ namespace
 {
 /// What a scaled picture may hold beyond the widget that shows it. A narrow picture that covers a wide
 /// widget is scaled to hundreds of times its size, nearly all of it cut away.
-constexpr qint64 mostScaledPixels = 64 * 1024 * 1024;
+constexpr qint64 mostScaledPixels = qint64{64} * 1024 * 1024;
 
 void paintCover(QPainter &painter, const QPixmap &picture, const QSize &widget)
 {

@@ -26,11 +26,17 @@ Colours coloursOf(TouchArea::State state)
     case TouchArea::Normal:
         break;
     case TouchArea::Listening:
-        return {QColor(0, 0, 0, 80), QColor(230, 255, 230, 235), QColor(52, 199, 89, 235)};
+        return {.outline = QColor(0, 0, 0, 80),
+                .centre = QColor(230, 255, 230, 235),
+                .edge = QColor(52, 199, 89, 235)};
     case TouchArea::Active:
-        return {QColor(0, 0, 0, 100), QColor(235, 235, 235, 230), QColor(142, 142, 147, 240)};
+        return {.outline = QColor(0, 0, 0, 100),
+                .centre = QColor(235, 235, 235, 230),
+                .edge = QColor(142, 142, 147, 240)};
     }
-    return {QColor(0, 0, 0, 80), QColor(255, 255, 255, 230), QColor(0, 122, 255, 230)};
+    return {.outline = QColor(0, 0, 0, 80),
+            .centre = QColor(255, 255, 255, 230),
+            .edge = QColor(0, 122, 255, 230)};
 }
 
 QRect rectOf(const PastilleLook &look)

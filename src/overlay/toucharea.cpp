@@ -87,5 +87,7 @@ void TouchArea::showRestingCursor()
 void TouchArea::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    paintPastille(painter, {size(), m_state, m_title, m_editMode, m_hovered});
+    paintPastille(
+        painter,
+        {.size = size(), .state = m_state, .title = m_title, .hasHandle = m_editMode, .hovered = m_hovered});
 }

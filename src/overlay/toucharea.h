@@ -16,7 +16,7 @@ class TouchArea : public QWidget
     Q_PROPERTY(bool freeAspect READ freeAspect WRITE setFreeAspect NOTIFY freeAspectChanged)
 
 public:
-    enum State { Normal = 0, Listening = 1, Active = 2 };
+    enum State : int { Normal = 0, Listening = 1, Active = 2 };
     Q_ENUM(State)
 
     /// 56 by 56 pixels, titled "Bouton", in edit mode, with an identity of its own.

@@ -201,6 +201,16 @@ private Q_SLOTS:
         COMPARE_SIMILAR(image.pixelColor(20, 20), overBlack(QColor(230, 255, 230, 235)));
     }
 
+    void aStateOutsideTheEnumerationLooksNormal()
+    {
+        QCOMPARE(render(untitled(static_cast<TouchArea::State>(99))), render(untitled(TouchArea::Normal)));
+        TouchArea pastille;
+        QVERIFY(pastille.setProperty("state", 99));
+        QCOMPARE(static_cast<int>(pastille.state()), 99);
+        pastille.setActive(false);
+        QCOMPARE(pastille.state(), TouchArea::Normal);
+    }
+
     void theTitleIsBoldWhiteAndCentred()
     {
         for (const auto state : {TouchArea::Normal, TouchArea::Listening, TouchArea::Active}) {
