@@ -103,7 +103,8 @@ void StripChart::paintGrid(QPainter &painter, const QRectF &area) const
                                          : x - 30,
                            height() - timeHeight, 60, timeHeight);
         painter.setPen(theme::faint);
-        painter.drawText(place, side | Qt::AlignVCenter, second == 0 ? u"now"_s : u"-%1 s"_s.arg(second));
+        painter.drawText(place, static_cast<int>((side | Qt::AlignVCenter).toInt()),
+                         second == 0 ? u"now"_s : u"-%1 s"_s.arg(second));
     }
 }
 
