@@ -5,6 +5,7 @@
 
 #include <QtGui/QFontMetrics>
 #include <QtGui/QScreen>
+#include <QtGui/QWheelEvent>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QStyleOptionComboBox>
 #include <QtWidgets/QStylePainter>
@@ -36,6 +37,7 @@ FunctionComboBox::FunctionComboBox(FunctionListModel *model, QWidget *parent)
     connect(model, &QAbstractItemModel::modelReset, this, forgetHint);
     connect(model, &QAbstractItemModel::rowsInserted, this, forgetHint);
     setModel(model);
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel, see wheelEvent
 }
 
 int FunctionComboBox::functionIndex() const
@@ -91,6 +93,15 @@ void FunctionComboBox::showEvent(QShowEvent *event)
     if (!std::exchange(m_shown, true) && sizeAdjustPolicy() == AdjustToContentsOnFirstShow)
         m_hint = {};
     QComboBox::showEvent(event);
+}
+
+void FunctionComboBox::wheelEvent(QWheelEvent *event)
+{
+    // Who scrolls past must not change the function: its arguments would be gone.
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 void FunctionComboBox::paintEvent(QPaintEvent *)

@@ -6,6 +6,7 @@
 #include "entries.h"
 #include "testmain.h"
 
+#include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAbstractItemView>
 
@@ -188,6 +189,24 @@ private Q_SLOTS:
         QCOMPARE(&another.catalogue().functions(), &model.catalogue().functions());
         const FunctionComboBox second(&another);
         QCOMPARE(second.sizeHint(), hint);
+    }
+
+    void theWheelChangesOnlyAComboThatHasTheFocus()
+    {
+        FunctionListModel model(toolBoxTraits);
+        model.setCatalogue(FunctionCatalogue::read(shortNames(), toolBoxTraits));
+        QWidget window;
+        FunctionComboBox combo(&model, &window);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const QPoint centre = combo.mapTo(&window, combo.rect().center());
+        window.setFocus();
+        QTest::wheelEvent(window.windowHandle(), centre, QPoint(0, -120));
+        QCOMPARE(combo.currentIndex(), 0);
+        QVERIFY(!combo.hasFocus());
+        combo.setFocus();
+        QTest::wheelEvent(window.windowHandle(), centre, QPoint(0, -120));
+        QCOMPARE(combo.currentIndex(), 1);
     }
 
     void theListIsAsWideAsItsEntriesNeed()
