@@ -253,6 +253,16 @@ private Q_SLOTS:
         QCOMPARE(storedDevice(u"gp:2"_s).value(u"kv"_s), QJsonValue(QJsonObject()));
     }
 
+    void aNullIconTakesTheIconAway()
+    {
+        aLiveAndAnAbsentPad();
+        TestedModel model;
+        settle();
+        QVERIFY(model.setData(model.index(1), redIcon(), Model::ImageRole));
+        QVERIFY(model.setData(model.index(1), QIcon(), Model::ImageRole));
+        QCOMPARE(model.at(1, Model::ImageRole), QVariant(u"/pictures/2.png"_s));
+    }
+
     void aPathIsStoredAndNotShown()
     {
         aLiveAndAnAbsentPad();
