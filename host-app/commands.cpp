@@ -113,8 +113,9 @@ QString Commands::carryOut(const QString &word, const QString &rest)
         const QVariant value = parseValue(tail);
         const bool exists =
             m_session.model()->metaObject()->indexOfProperty(subject.toLatin1().constData()) >= 0;
-        return unless(exists && m_session.model()->setProperty(subject.toLatin1().constData(), value),
-                      u"the list has no such property, or does not take that value"_s);
+        const bool taken = exists && m_session.model()->setProperty(subject.toLatin1().constData(), value);
+        m_window.showProperties();
+        return unless(taken, u"the list has no such property, or does not take that value"_s);
     }
 
     const int row = m_session.rowOf(subject);

@@ -78,7 +78,7 @@ QWidget *HostWindow::deviceColumn()
 
     auto *configure = new QPushButton(u"Configuration…"_s);
     connect(configure, &QPushButton::clicked, this, &HostWindow::configure);
-    m_single->setChecked(m_session.model()->property("uniqSelection").toBool());
+    showProperties();
     connect(m_single, &QCheckBox::toggled, this,
             [this](bool single) { m_session.model()->setProperty("uniqSelection", single); });
     auto *foot = new QHBoxLayout;
@@ -120,10 +120,17 @@ QWidget *HostWindow::rightColumn(NoCodeWatch &documents)
     return column;
 }
 
+void HostWindow::showProperties()
+{
+    m_single->setChecked(m_session.model()->property("uniqSelection").toBool());
+}
+
 void HostWindow::configure()
 {
     QMainWindow *window = m_session.configWindow(this);
-    if (window->size().isEmpty() || !window->testAttribute(Qt::WA_Resized))
+    if (!window)
+        return;
+    if (!window->testAttribute(Qt::WA_Resized))
         window->resize(1200, 760);
     window->show();
     window->raise();

@@ -18,6 +18,8 @@ public:
     HostWindow(HostSession &session, NoCodeWatch &documents, QWidget *parent = nullptr);
 
     [[nodiscard]] DeviceList &list() { return *m_list; }
+    /// Shows the list's properties as they are now.
+    void showProperties();
     /// Shows the plugin's configuration window.
     void configure();
 

@@ -69,7 +69,7 @@ void theme::dress(QWidget &root)
         "QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid %4;"
         "  border-radius: 4px; background: %1; }"
         "QCheckBox::indicator:checked { background: %6; border-color: %6; }"
-        "QScrollBar:vertical { background: transparent; width: 10px; margin: 0; }"
+        "QScrollBar:vertical { background: transparent; width: 14px; margin: 0 0 0 4px; }"
         "QScrollBar::handle:vertical { background: %2; border-radius: 5px; min-height: 24px; }"
         "QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }"
         "QScrollBar:horizontal { background: transparent; height: 10px; margin: 0; }"

@@ -19,7 +19,8 @@ private Q_SLOTS:
 
     void signalsBecomeLinesInOrder();
     void aRepeatedSignalCounts();
-    void anotherSetOfKeysIsAnotherLine();
+    void interleavedValuesCountEachForItself();
+    void anEventParts();
     void oldLinesGo();
 
 private:
@@ -59,7 +60,26 @@ void TestSignalLog::aRepeatedSignalCounts()
     QVERIFY(log.index(1).data().toString().contains(u"100×"_s));
 }
 
-void TestSignalLog::anotherSetOfKeysIsAnotherLine()
+void TestSignalLog::interleavedValuesCountEachForItself()
+{
+    FakeProvider provider;
+    HostSession session(&provider, u"c"_s);
+    SignalLog log(session);
+    const QAbstractItemModelTester tester(&log);
+    FakeDevice *first = provider.list->add(u"gp:0"_s, u"One"_s);
+    FakeDevice *second = provider.list->add(u"gp:1"_s, u"Two"_s);
+    provider.select({first, second});
+    for (int i = 0; i < 10; ++i) {
+        Q_EMIT first->dataChanged(0, 1, {u"joy_0"_s}, {1.0});
+        Q_EMIT second->dataChanged(0, 1, {u"joy_0"_s}, {2.0});
+        Q_EMIT second->dataChanged(0, 1, {u"joy_0"_s, u"but_1"_s}, {2.0, true});
+    }
+    QCOMPARE(log.rowCount(), 4);
+    for (int row = 1; row < 4; ++row)
+        QVERIFY(log.index(row).data().toString().contains(u"10×"_s));
+}
+
+void TestSignalLog::anEventParts()
 {
     FakeProvider provider;
     HostSession session(&provider, u"c"_s);
@@ -67,9 +87,12 @@ void TestSignalLog::anotherSetOfKeysIsAnotherLine()
     FakeDevice *device = provider.list->add(u"gp:0"_s, u"Pad"_s);
     provider.select({device});
     Q_EMIT device->dataChanged(0, 1, {u"joy_0"_s}, {1.0});
-    Q_EMIT device->dataChanged(0, 1, {u"joy_0"_s, u"joy_1"_s}, {1.0, 2.0});
+    provider.select({});
+    provider.select({});
     Q_EMIT device->dataChanged(0, 1, {u"joy_0"_s}, {1.0});
-    QCOMPARE(log.rowCount(), 4);
+    provider.select({device});
+    provider.select({});
+    QCOMPARE(log.rowCount(), 6);
 }
 
 void TestSignalLog::oldLinesGo()
@@ -79,7 +102,7 @@ void TestSignalLog::oldLinesGo()
     SignalLog log(session);
     const QAbstractItemModelTester tester(&log);
     for (int i = 0; i < 600; ++i)
-        log.append({}, u"line %1"_s.arg(i));
+        log.append(SignalLog::Kind::Event, {}, u"line %1"_s.arg(i));
     QCOMPARE(log.rowCount(), 500);
     QCOMPARE(text(log, 0), u"line 100"_s);
     QCOMPARE(text(log, 499), u"line 599"_s);

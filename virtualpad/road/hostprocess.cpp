@@ -98,6 +98,8 @@ QJsonObject HostProcess::last(QLatin1StringView what) const
 
 void HostProcess::takeLines()
 {
+    // What lies in the pipe already was said before now.
+    while (m_process.waitForReadyRead(0)) {}
     while (m_process.canReadLine())
         m_lines.append(QJsonDocument::fromJson(m_process.readLine()).object());
 }
