@@ -13,7 +13,7 @@
     int main(int argc, char *argv[])                                                                         \
     {                                                                                                        \
         enterTemporaryHome();                                                                                \
-        QApplication app(argc, argv);                                                                        \
+        const QApplication app(argc, argv);                                                                  \
         QApplication::setApplicationName(QStringLiteral("gamepad-test"));                                    \
         QApplication::setOrganizationName(QStringLiteral("velor"));                                          \
         TestClass test;                                                                                      \
