@@ -132,6 +132,6 @@ endfunction()
 if(GAMEPAD_SANITIZED)
     set(GAMEPAD_TEST_ENVIRONMENT
         "ASAN_OPTIONS=detect_stack_use_after_return=1:verify_asan_link_order=0"
-        "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
+        "LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0"
         "UBSAN_OPTIONS=print_stacktrace=1")
 endif()

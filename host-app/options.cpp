@@ -30,7 +30,7 @@ QString pluginBeside(const QString &folder)
     const QString name = u"libGamepadInterface.so"_s;
 #endif
     const QString built = QDir::cleanPath(folder + "/../plugins/"_L1 + name);
-    const QString installed = QDir::cleanPath(folder + "/../lib/gamepad-interface/"_L1 + name);
+    const QString installed = QDir::cleanPath(folder + "/" GAMEPAD_INSTALLED_PLUGINS "/"_L1 + name);
     return !QFileInfo::exists(built) && QFileInfo::exists(installed) ? installed : built;
 }
 } // namespace

@@ -57,7 +57,7 @@ bool DeviceItemDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
         if (mouse->button() == Qt::RightButton)
             return openMenu(mouse->globalPosition().toPoint(), model, index, option.widget);
         if (mouse->button() == Qt::LeftButton &&
-            leftReleased(mouse->position().toPoint(), model, option.rect, index))
+            leftReleased(mouse->position().toPoint(), model, option.rect, index, option.widget))
             return true;
     }
     return QStyledItemDelegate::editorEvent(event, model, option, index);
@@ -85,8 +85,10 @@ void DeviceItemDelegate::resolveRoles(const QAbstractItemModel *model) const
 }
 
 bool DeviceItemDelegate::leftReleased(const QPoint &position, QAbstractItemModel *model, const QRect &item,
-                                      const QModelIndex &index)
+                                      const QModelIndex &index, const QWidget *view)
 {
+    // Whoever hears of the click may open a dialog, in which the view must not go below its own handler.
+    const DeletionHold hold(view);
     const QString usn = roleValue(index, m_roles.usn).toString();
     if (closeButtonRect(item).contains(position)) {
         Q_EMIT requestDelete(usn);

@@ -39,7 +39,7 @@ Q_SIGNALS:
 private:
     void resolveRoles(const QAbstractItemModel *model) const;
     bool leftReleased(const QPoint &position, QAbstractItemModel *model, const QRect &item,
-                      const QModelIndex &index);
+                      const QModelIndex &index, const QWidget *view);
     bool openMenu(const QPoint &globalPosition, const QAbstractItemModel *model, const QModelIndex &index,
                   const QWidget *view);
     std::optional<QString> toolTipAt(const QPoint &position, const QRect &item,

@@ -5,6 +5,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -38,7 +39,9 @@ QString gamepadsFilePath(const QString &context)
 QByteArray readGamepadsFile(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    // What is no file, a pipe say, could keep the host waiting.
+    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    return readable ? file.readAll() : QByteArray();
 }
 
 bool writeGamepadsFile(const QString &path, const QByteArray &json)

@@ -26,8 +26,13 @@ void LinkerDeviceModel::bindInterface(DeviceRecord &record, const QString &usn)
 {
     record.iface = record.live.data();
     record.ifaceIsStub = false;
-    connect(record.live, &ControlManette::connectedChanged, this, [this, usn] { onLinkChanged(usn); });
-    connect(record.live, &QObject::destroyed, this, [this, usn] { onDeviceDestroyed(usn); });
+    follow(*record.live, usn);
+}
+
+void LinkerDeviceModel::follow(ControlManette &device, const QString &usn)
+{
+    connect(&device, &ControlManette::connectedChanged, this, [this, usn] { onLinkChanged(usn); });
+    connect(&device, &QObject::destroyed, this, [this, usn] { onDeviceDestroyed(usn); });
 }
 
 // The host may hold the placeholder until it hears of the change, so it goes later.
@@ -45,10 +50,11 @@ void LinkerDeviceModel::startInterface(const QString &usn)
     DeviceRecord *record = recordOf(usn);
     if (!record || !record->iface || !record->live)
         return;
+    const QPointer<LinkerDeviceModel> self(this);
     record->linkState = DeviceRecord::Starting;
     announce(usn, {LinkStateRole});
-    // A listener may have deselected or deleted the row.
-    record = recordOf(usn);
+    // A listener may have deselected or deleted the row, or the model.
+    record = self ? recordOf(usn) : nullptr;
     if (record && record->iface && record->live)
         record->live->start({});
 }
@@ -58,21 +64,24 @@ void LinkerDeviceModel::stopInterface(const QString &usn)
     DeviceRecord *record = recordOf(usn);
     if (!record || !record->iface)
         return;
+    const QPointer<LinkerDeviceModel> self(this);
     record->iface->stop();
-    // A listener may have deleted the row or selected it again.
-    record = recordOf(usn);
+    // A listener may have deleted the row or the model, or selected the row again.
+    record = self ? recordOf(usn) : nullptr;
     if (record && !selectedByUser(*record))
         record->linkState = DeviceRecord::NoLink;
 }
 
 void LinkerDeviceModel::onLinkChanged(const QString &usn)
 {
+    const QPointer<LinkerDeviceModel> self(this);
     if (DeviceRecord *record = recordOf(usn)) {
         const bool linked = record->live && record->live->isConnected();
         record->linkState = linked ? DeviceRecord::Linked : DeviceRecord::NoLink;
         announce(usn, {LinkStateRole});
     }
-    syncSelected();
+    if (self)
+        syncSelected();
 }
 
 void LinkerDeviceModel::onDeviceDestroyed(const QString &usn)

@@ -30,28 +30,39 @@ void LinkerDeviceModel::setAutoDetect(bool autoDetect)
 {
     if (m_autoDetect == autoDetect)
         return;
+    const QPointer<LinkerDeviceModel> self(this);
     m_autoDetect = autoDetect;
     Q_EMIT autoDetectChanged();
     // A listener that turned it back has seen to the timers already.
-    if (m_autoDetect != autoDetect)
+    if (!self || m_autoDetect != autoDetect)
         return;
     if (!autoDetect) {
         manager()->stopTimers();
         return;
     }
     manager()->setPollIntervalMs(100);
-    syncWithManager();
+    if (!self)
+        return;
+    // One that turned it off during the discovery in there was too early for the timers.
+    if (m_autoDetect)
+        syncWithManager();
+    else
+        manager()->stopTimers();
 }
 
 void LinkerDeviceModel::setContext(const QString &context)
 {
     if (m_context == context)
         return;
+    const QPointer<LinkerDeviceModel> self(this);
     m_context = context;
     Q_EMIT contextChanged();
-    loadFromDisk();
-    Q_EMIT previousCountChanged();
-    syncSelected();
+    if (self)
+        loadFromDisk();
+    if (self)
+        Q_EMIT previousCountChanged();
+    if (self)
+        syncSelected();
 }
 
 int LinkerDeviceModel::indexOfUsn(const QString &usn) const

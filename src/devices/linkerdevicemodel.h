@@ -109,6 +109,7 @@ private:
     [[nodiscard]] DeviceRecord *recordOf(const QString &usn);
     [[nodiscard]] const DeviceRecord *recordAt(int row) const;
     void announce(const QString &usn, const QList<int> &roles);
+    void announceAndSave(const QString &usn, const QList<int> &roles);
 
     void setName(const QString &usn, const QString &name);
     void setProduct(const QString &usn, const QString &product);
@@ -125,10 +126,11 @@ private:
     void insertLive(const QString &usn, ControlManette &device);
     static void adopt(DeviceRecord &record, ControlManette &device);
     void markAbsent(const QString &usn);
-    void forgetRows(const LiveDevices &devices);
+    [[nodiscard]] LiveDevices forgetRows();
 
     void ensureInterface(DeviceRecord &record, const QString &usn);
     void bindInterface(DeviceRecord &record, const QString &usn);
+    void follow(ControlManette &device, const QString &usn);
     static void releasePlaceholder(DeviceRecord &record);
     void startInterface(const QString &usn);
     void stopInterface(const QString &usn);

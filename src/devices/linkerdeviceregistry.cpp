@@ -37,8 +37,9 @@ void LinkerDeviceModel::loadFromDisk()
             devices.insert(usnOfSlot(device->deviceId()), device);
     }
 
+    const QPointer<LinkerDeviceModel> self(this);
     beginResetModel();
-    forgetRows(devices);
+    const LiveDevices followed = forgetRows();
     m_previousCount = document.lastCount;
     m_otherKeys = document.otherKeys;
     for (const StoredDevice &stored : document.devices) {
@@ -51,8 +52,17 @@ void LinkerDeviceModel::loadFromDisk()
         m_usnOrder.append(stored.usn);
     }
     endResetModel();
-    Q_EMIT countChanged();
-    Q_EMIT previousCountChanged();
+    // A device that runs on is followed in its new row, once however often the context changes.
+    for (auto device = followed.cbegin(); device != followed.cend(); ++device) {
+        if (*device)
+            follow(**device, device.key());
+    }
+    if (self)
+        Q_EMIT countChanged();
+    if (self)
+        Q_EMIT previousCountChanged();
+    if (!self)
+        return;
 
     const QStringList order = m_usnOrder;
     for (const QString &usn : order) {
@@ -61,21 +71,27 @@ void LinkerDeviceModel::loadFromDisk()
             continue;
         ensureInterface(*record, usn);
         startInterface(usn);
+        if (!self)
+            return;
     }
     QTimer::singleShot(0, this, &LinkerDeviceModel::syncSelected);
 }
 
-// Devices that stayed bound to the rows of before would be bound once more with each change of context.
-void LinkerDeviceModel::forgetRows(const LiveDevices &devices)
+/// Empties the list. Returns the devices that were followed and no longer are.
+LinkerDeviceModel::LiveDevices LinkerDeviceModel::forgetRows()
 {
-    for (const QPointer<ControlManette> &device : devices) {
-        if (device)
-            device->disconnect(this);
-    }
-    for (DeviceRecord &record : m_records)
+    LiveDevices followed;
+    for (const QString &usn : std::as_const(m_usnOrder)) {
+        DeviceRecord &record = m_records[usn];
         releasePlaceholder(record);
+        if (record.live && record.iface == record.live) {
+            record.live->disconnect(this);
+            followed.insert(usn, record.live);
+        }
+    }
     m_usnOrder.clear();
     m_records.clear();
+    return followed;
 }
 
 void LinkerDeviceModel::saveToDisk() const
@@ -96,18 +112,27 @@ void LinkerDeviceModel::saveToDisk() const
 
 void LinkerDeviceModel::syncWithManager()
 {
-    QSet<QString> seen;
+    const QPointer<LinkerDeviceModel> self(this);
     const GamepadManager::Gamepads gamepads = manager()->gamepads();
     for (const QPointer<ControlManette> &device : gamepads) {
-        if (!device)
-            continue;
-        seen.insert(usnOfSlot(device->deviceId()));
-        mergeLive(device);
+        if (device)
+            mergeLive(device);
+        if (!self)
+            return;
+    }
+    // Asked again: discovery inside the signals above may have found more.
+    QSet<QString> seen;
+    const GamepadManager::Gamepads present = manager()->gamepads();
+    for (const QPointer<ControlManette> &device : present) {
+        if (device)
+            seen.insert(usnOfSlot(device->deviceId()));
     }
     const QStringList order = m_usnOrder;
     for (const QString &usn : order) {
         if (!seen.contains(usn))
             markAbsent(usn);
+        if (!self)
+            return;
     }
     saveToDisk();
     syncSelected();
@@ -125,10 +150,11 @@ void LinkerDeviceModel::mergeLive(ControlManette *device)
     record->live = device;
     record->isConnected = true;
     record->capabilities = capabilitiesOf(*device);
+    const QPointer<LinkerDeviceModel> self(this);
     announce(usn,
              {NameRole, ConnectedRole, VideoInterfacesRole, ProductRole, ImageRole, ModelRole, JsonRole});
 
-    record = recordOf(usn);
+    record = self ? recordOf(usn) : nullptr;
     if (!record)
         return;
     ensureInterface(*record, usn);
@@ -180,8 +206,11 @@ bool LinkerDeviceModel::deleteDevice(const QString &usn)
         return false;
 
     // Stopping speaks to listeners, who may not be let in between the begin and the end of a removal.
+    const QPointer<LinkerDeviceModel> self(this);
     if (const QPointer<IComInterface> iface = recordOf(usn)->iface)
         iface->stop();
+    if (!self)
+        return true;
     const int row = indexOfUsn(usn);
     if (row < 0)
         return true;
@@ -193,8 +222,10 @@ bool LinkerDeviceModel::deleteDevice(const QString &usn)
     releasePlaceholder(gone);
 
     Q_EMIT countChanged();
-    saveToDisk();
-    syncSelected();
+    if (self)
+        saveToDisk();
+    if (self)
+        syncSelected();
     return true;
 }
 

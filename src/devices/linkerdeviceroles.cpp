@@ -100,8 +100,7 @@ void LinkerDeviceModel::setName(const QString &usn, const QString &name)
     if (kv.value(UserKey::nameOverride).toString() == name)
         return;
     kv[UserKey::nameOverride] = name;
-    announce(usn, {NameRole, JsonRole});
-    saveToDisk();
+    announceAndSave(usn, {NameRole, JsonRole});
 }
 
 void LinkerDeviceModel::setProduct(const QString &usn, const QString &product)
@@ -109,8 +108,7 @@ void LinkerDeviceModel::setProduct(const QString &usn, const QString &product)
     DeviceRecord &record = *recordOf(usn);
     record.productName = product;
     record.kv[UserKey::product] = product;
-    announce(usn, {ProductRole, JsonRole});
-    saveToDisk();
+    announceAndSave(usn, {ProductRole, JsonRole});
 }
 
 bool LinkerDeviceModel::setImage(const QString &usn, const QVariant &image)
@@ -125,7 +123,14 @@ bool LinkerDeviceModel::setImage(const QString &usn, const QVariant &image)
     } else {
         return false;
     }
-    announce(usn, {ImageRole});
-    saveToDisk();
+    announceAndSave(usn, {ImageRole});
     return true;
+}
+
+void LinkerDeviceModel::announceAndSave(const QString &usn, const QList<int> &roles)
+{
+    const QPointer<LinkerDeviceModel> self(this);
+    announce(usn, roles);
+    if (self)
+        saveToDisk();
 }

@@ -41,10 +41,14 @@ void LinkerDeviceModel::syncSelected()
     Q_EMIT selectedInterfacesChanged(ifaces, infos);
 }
 
+// The host may let go of the model inside any of these signals.
 void LinkerDeviceModel::select(const QString &usn, bool on)
 {
+    const QPointer<LinkerDeviceModel> self(this);
     if (m_uniqSelection && on)
         deselectOthers(usn);
+    if (!self)
+        return;
 
     DeviceRecord *record = recordOf(usn);
     if (record && selectedByUser(*record) != on) {
@@ -55,29 +59,37 @@ void LinkerDeviceModel::select(const QString &usn, bool on)
         } else {
             deselect(usn);
         }
-        announce(usn, {SelectedRole, LinkStateRole, JsonRole});
-        saveToDisk();
+        if (self)
+            announce(usn, {SelectedRole, LinkStateRole, JsonRole});
+        if (self)
+            saveToDisk();
     }
-    syncSelected();
+    if (self)
+        syncSelected();
 }
 
 void LinkerDeviceModel::deselectOthers(const QString &usn)
 {
+    const QPointer<LinkerDeviceModel> self(this);
     const QStringList order = m_usnOrder;
     for (const QString &other : order) {
+        if (!self)
+            return;
         DeviceRecord *record = other == usn ? nullptr : recordOf(other);
         if (!record || !selectedByUser(*record))
             continue;
         record->kv[UserKey::selected] = false;
         stopInterface(other);
-        announce(other, {SelectedRole, LinkStateRole, JsonRole});
+        if (self)
+            announce(other, {SelectedRole, LinkStateRole, JsonRole});
     }
 }
 
 void LinkerDeviceModel::deselect(const QString &usn)
 {
+    const QPointer<LinkerDeviceModel> self(this);
     stopInterface(usn);
-    DeviceRecord *record = recordOf(usn);
+    DeviceRecord *record = self ? recordOf(usn) : nullptr;
     // A listener may have selected the row again while the device stopped.
     if (!record || selectedByUser(*record))
         return;

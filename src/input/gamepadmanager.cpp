@@ -117,17 +117,14 @@ void GamepadManager::discoverDevices()
 {
     const QPointer<GamepadManager> self(this);
     sf::Joystick::update();
-    bool changed = addFound();
+    const bool added = addFound();
     if (!self)
         return;
-    const Gamepads before = m_gamepads;
-    const Gamepads kept = announceLost();
-    if (!self)
+    const auto kept = announceLost();
+    if (!self || (!added && !kept))
         return;
-    changed = changed || kept != before;
-    if (!changed)
-        return;
-    setGamepads(kept);
+    if (kept)
+        setGamepads(*kept);
     if (self)
         Q_EMIT gamepadsChanged();
 }
@@ -148,12 +145,13 @@ bool GamepadManager::addFound()
     return added;
 }
 
-/// Tells of every device that is gone while all are still in the list, and returns the list without them.
-GamepadManager::Gamepads GamepadManager::announceLost()
+/// Tells of every device that is gone while all are still in the list. Returns the list without them, or
+/// nothing where none was gone.
+std::optional<GamepadManager::Gamepads> GamepadManager::announceLost()
 {
     // Discovery inside `gamepadRemoved` would find the same devices gone, and tell of them again, endlessly.
     if (m_announcingLost)
-        return m_gamepads;
+        return std::nullopt;
     const QPointer<GamepadManager> self(this);
     m_announcingLost = true;
     const auto done = qScopeGuard([self] {
@@ -163,18 +161,26 @@ GamepadManager::Gamepads GamepadManager::announceLost()
 
     const Gamepads walked = m_gamepads;
     Gamepads kept;
+    bool lost = false;
     for (const QPointer<ControlManette> &gamepad : walked) {
         if (gamepad && SfmlSlot(gamepad->deviceId()).isConnected()) {
             kept.append(gamepad);
             continue;
         }
+        lost = true;
         const int deviceId = gamepad ? gamepad->deviceId() : -1;
-        if (gamepad)
+        if (gamepad) {
+            // No child any more: whoever hears of its end may let go of this manager, which would then delete
+            // it a second time.
+            gamepad->setParent(nullptr);
             gamepad->deleteLater();
+        }
         Q_EMIT gamepadRemoved(deviceId);
         if (!self)
-            return {};
+            return std::nullopt;
     }
+    if (!lost)
+        return std::nullopt;
     // Discovery inside those signals may have added some.
     std::ranges::copy_if(std::as_const(m_gamepads), std::back_inserter(kept),
                          [&](const auto &gamepad) { return !walked.contains(gamepad); });

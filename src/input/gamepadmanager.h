@@ -7,6 +7,7 @@
 #include <QtCore/QPointer>
 
 #include <memory>
+#include <optional>
 
 namespace sf
 {
@@ -67,7 +68,7 @@ private:
     void onAutoDetectChanged();
     [[nodiscard]] bool tracksSlot(int slot) const;
     [[nodiscard]] bool addFound();
-    [[nodiscard]] Gamepads announceLost();
+    [[nodiscard]] std::optional<Gamepads> announceLost();
 
     Gamepads m_gamepads;
     bool m_autoDetectGamePad = true;
