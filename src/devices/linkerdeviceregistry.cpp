@@ -52,9 +52,11 @@ void LinkerDeviceModel::loadFromDisk()
         m_usnOrder.append(stored.usn);
     }
     endResetModel();
-    // A device that runs on is followed in its new row, once however often the context changes.
+    // A device that runs on is followed in its new row, once however often the context changes. A row that is
+    // selected sees to it by itself, below.
     for (auto device = followed.cbegin(); device != followed.cend(); ++device) {
-        if (*device)
+        const DeviceRecord *record = recordOf(device.key());
+        if (*device && !(record && selectedByUser(*record)))
             follow(**device, device.key());
     }
     if (self)

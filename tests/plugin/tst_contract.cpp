@@ -87,8 +87,9 @@ private Q_SLOTS:
         const QMetaObject *meta =
             superClassNamed(m_plugin.instance->metaObject(), "IComInterfaceModelProvider");
         QVERIFY(meta);
-        QCOMPARE(ownSignals(meta), (QList<QByteArray>{"selectedInterfacesChanged(QList<IComInterface*>,QJsonArray)",
-                                                      "servicesChanged(QJsonObject)"}));
+        QCOMPARE(ownSignals(meta),
+                 (QList<QByteArray>{"selectedInterfacesChanged(QList<IComInterface*>,QJsonArray)",
+                                    "servicesChanged(QJsonObject)"}));
         QCOMPARE(ownSignals(meta), ownSignals(&IComInterfaceModelProvider::staticMetaObject));
         QCOMPARE(meta->method(meta->methodOffset()).parameterNames(),
                  (QList<QByteArray>{"selectedIfaces", "info"}));
@@ -189,22 +190,21 @@ private Q_SLOTS:
         const QMetaEnum types = meta->enumerator(meta->indexOfEnumerator("DeviceType"));
         QVERIFY(types.isValid());
         QVERIFY(!types.isFlag());
-        QCOMPARE(entriesOf(types),
-                 (QMap<QString, int>{{u"gimbal"_s, 0},
-                                     {u"videoprocessing"_s, 1},
-                                     {u"gps"_s, 2},
-                                     {u"controler"_s, 3},
-                                     {u"gamepade"_s, 4},
-                                     {u"motor"_s, 5},
-                                     {u"userType"_s, 6},
-                                     {u"mavlink"_s, 7}}));
+        QCOMPARE(entriesOf(types), (QMap<QString, int>{{u"gimbal"_s, 0},
+                                                       {u"videoprocessing"_s, 1},
+                                                       {u"gps"_s, 2},
+                                                       {u"controler"_s, 3},
+                                                       {u"gamepade"_s, 4},
+                                                       {u"motor"_s, 5},
+                                                       {u"userType"_s, 6},
+                                                       {u"mavlink"_s, 7}}));
         const QMetaEnum states = meta->enumerator(meta->indexOfEnumerator("ComStatus"));
         QVERIFY(states.isValid());
         QVERIFY(!states.isFlag());
-        QCOMPARE(entriesOf(states), (QMap<QString, int>{{u"noCom"_s, 0},
-                                                        {u"waitingForEngagment"_s, 1},
-                                                        {u"degraded"_s, 2},
-                                                        {u"connected"_s, 3}}));
+        QCOMPARE(
+            entriesOf(states),
+            (QMap<QString, int>{
+                {u"noCom"_s, 0}, {u"waitingForEngagment"_s, 1}, {u"degraded"_s, 2}, {u"connected"_s, 3}}));
     }
 
     void liveValuesReachBothFormsThroughTheHostsOwnClass()
