@@ -135,6 +135,7 @@ private Q_SLOTS:
     void aDeviceWithoutANameIsServedByLuidOrIds()
     {
         (void)linkedProfile(u"named"_s, u"Blue Pad"_s);
+        (void)linkedProfile(u"unlinked"_s, {}); // no name is not the same name
         QCOMPARE(findConfigFile({}, vendor, product), QString());
         writeMeta(u"with luid"_s, {{u"luid"_s, u"x"_s}});
         const QString document = writeBelowRoot(u"with luid/configActionGamepad.json"_s);
