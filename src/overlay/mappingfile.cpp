@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mappingfile.h"
 
+#include "openfile.h"
+
 #include <QtCore/QFile>
 
 using namespace Qt::StringLiterals;
@@ -13,18 +15,12 @@ bool fails(QString *error, const QString &reason)
         *error = reason;
     return false;
 }
-
-/// Qt prints a warning of its own where it is asked to open a file without a name.
-bool opens(QFile &file, QIODevice::OpenMode mode)
-{
-    return !file.fileName().isEmpty() && file.open(mode);
-}
 } // namespace
 
 bool loadMappingFile(const QString &path, QJsonDocument *out, QString *error)
 {
     QFile file(path);
-    if (!opens(file, QIODevice::ReadOnly))
+    if (!openToRead(file))
         return fails(error, u"Cannot open %1"_s.arg(path));
     const QByteArray text = file.readAll();
     file.close();
@@ -40,8 +36,7 @@ bool loadMappingFile(const QString &path, QJsonDocument *out, QString *error)
 bool writeMappingFile(const QString &path, const QJsonObject &doc, QString *error)
 {
     QFile file(path);
-    // Buffered, a write that a full disk refuses would count as done.
-    if (!opens(file, QIODevice::WriteOnly | QIODevice::Unbuffered))
+    if (!openToWrite(file))
         return fails(error, u"Cannot write %1"_s.arg(path));
     const QByteArray text = QJsonDocument(doc).toJson(QJsonDocument::Indented);
     if (file.write(text) < text.size())

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "makepath.h"
+#include "openfile.h"
 #include "plainfilename.h"
 #include "profilesroot.h"
 #include "testmain.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -60,6 +65,49 @@ private Q_SLOTS:
         const bool made = makePath(halfASurrogate);
         QCOMPARE(made, QDir(halfASurrogate).exists());
     }
+
+    void aFileIsWrittenFromItsStartAndRead()
+    {
+        QFile file(temporaryHome() + u"/document"_s);
+        QVERIFY(!openToRead(file));
+        QVERIFY(openToWrite(file));
+        QCOMPARE(file.write("longer text"), 11);
+        file.close();
+        QVERIFY(openToWrite(file));
+        QCOMPARE(file.write("short"), 5);
+        file.close();
+        QVERIFY(openToRead(file));
+        QCOMPARE(file.readAll(), "short");
+    }
+
+    void aFolderAndAFileWithoutANameDoNotOpen()
+    {
+        QFile folder(temporaryHome());
+        QVERIFY(!openToRead(folder));
+        QVERIFY(!openToWrite(folder));
+        QFile nameless;
+        QVERIFY(!openToRead(nameless));
+        QVERIFY(!openToWrite(nameless));
+    }
+
+#ifdef Q_OS_UNIX
+    void aPipeDoesNotKeepTheHostWaiting()
+    {
+        QFile pipe(temporaryHome() + u"/pipe"_s);
+        QCOMPARE(mkfifo(QFile::encodeName(pipe.fileName()).constData(), 0600), 0);
+        QVERIFY(!openToRead(pipe));
+        QVERIFY(!openToWrite(pipe));
+    }
+
+    void aFullDiskIsHeardOf()
+    {
+        QFile full(u"/dev/full"_s);
+        if (!full.exists())
+            QSKIP("this system has no /dev/full");
+        QVERIFY(openToWrite(full));
+        QVERIFY(full.write("text") < 4);
+    }
+#endif
 
     void aPlainFileNameStaysInItsFolder_data()
     {
