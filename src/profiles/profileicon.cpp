@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "profileicon.h"
+
+#include <QtGui/QBrush>
+#include <QtGui/QPainter>
+#include <QtGui/QPen>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QPixmap placeholder(const QSize &size)
+{
+    QPixmap icon(size);
+    icon.fill(Qt::darkGray);
+    QPainter painter(&icon);
+    painter.setPen(Qt::white);
+    painter.drawText(icon.rect(), Qt::AlignCenter, u"Image\nabsente"_s);
+    return icon;
+}
+
+void drawLiveFrame(QPainter &painter, const QRect &rect)
+{
+    const QPen pen(QColor(0, 180, 0), 5, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    const QBrush noBrush(Qt::NoBrush);
+    painter.setPen(pen);
+    painter.setBrush(noBrush);
+    // The pen is as wide to the inside as to the outside, and all of it has to lie on the icon.
+    painter.drawRect(rect.adjusted(2, 2, -3, -3));
+}
+} // namespace
+
+QPixmap readPicture(const QString &path)
+{
+    // Not by the pixmap's own loading: that fills the cache that the whole host shares, and takes a picture
+    // that was replaced within one second for the old one.
+    return QPixmap::fromImage(QImage(path));
+}
+
+QIcon makeItemIcon(const QString &picturePath, const QSize &size, bool live)
+{
+    const QPixmap picture = readPicture(picturePath);
+    if (picture.isNull())
+        return {placeholder(size)};
+
+    QPixmap icon(size);
+    icon.fill(Qt::white);
+    QPainter painter(&icon);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const QPixmap scaled = picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QRect target = scaled.rect();
+    target.moveCenter(icon.rect().center());
+    painter.drawPixmap(target.topLeft(), scaled);
+    if (live)
+        drawLiveFrame(painter, icon.rect());
+    painter.end();
+    return {icon};
+}
