@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "imagefile.h"
+
+#include "plainfilename.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtGui/QImageReader>
+#include <QtGui/QImageWriter>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+void tell(QString *error, const QString &reason)
+{
+    if (error)
+        *error = reason;
+}
+
+/// Qt limits what a picture takes as it is stored; one of few colours takes up to 32 times that when painted.
+bool fitsWhenPainted(QSize size)
+{
+    const qint64 limit = qint64{QImageReader::allocationLimit()} * 1024 * 1024;
+    return limit == 0 || qint64{size.width()} * size.height() * 4 <= limit;
+}
+
+QByteArray formatForSuffix(const QString &suffix)
+{
+    if (suffix == "jpg"_L1 || suffix == "jpeg"_L1)
+        return "jpeg"_ba;
+    if (suffix == "bmp"_L1)
+        return "bmp"_ba;
+    return "png"_ba;
+}
+
+bool copies(const QString &source, const QString &destination)
+{
+    const QFileInfo from(source);
+    // Looked at before the old file goes: a source that is not there must not cost the picture that is.
+    if (!from.isFile() || !from.isReadable())
+        return false;
+    if (from == QFileInfo(destination))
+        return true;
+    QFile::remove(destination);
+    return QFile::copy(source, destination);
+}
+} // namespace
+
+QImage readPicture(const QString &path)
+{
+    if (!QFileInfo(path).isFile()) // a pipe would be waited for
+        return {};
+    QImageReader reader(path);
+    return fitsWhenPainted(reader.size()) ? reader.read() : QImage();
+}
+
+bool copyOrConvertImage(const QString &source, const QString &destination, QString *error)
+{
+    const QImage image = readPicture(source);
+    if (image.isNull()) {
+        if (copies(source, destination))
+            return true;
+        tell(error, u"Impossible de copier lâ€™image %1 vers %2"_s.arg(source, destination));
+        return false;
+    }
+
+    QFile file(destination);
+    // Buffered, what a full disk refuses would count as written. Where it does not open, the writer says so.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        file.close();
+    QImageWriter writer(&file, formatForSuffix(QFileInfo(destination).suffix().toLower()));
+    if (writer.write(image))
+        return true;
+    tell(error, u"Ã‰chec Ã©criture image %1 (%2)"_s.arg(destination, writer.errorString()));
+    return false;
+}
+
+QString pictureFileName(const QString &suffix)
+{
+    const QString name = "image."_L1 + suffix.toLower();
+    return !suffix.isEmpty() && isPlainFileName(name) ? name : u"image.png"_s;
+}

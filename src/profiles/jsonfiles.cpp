@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "jsonfiles.h"
+
+#include "openfile.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr qint64 largestDocument = 512LL * 1024 * 1024; // a host cannot be made to hold whatever lies there
+
+void tell(QString *error, const QString &reason)
+{
+    if (error)
+        *error = reason;
+}
+
+} // namespace
+
+QJsonObject readJsonFile(const QString &path, bool *ok, QString *error)
+{
+    if (ok)
+        *ok = false;
+    QFile file(path);
+    if (!openToRead(file) || file.size() > largestDocument) {
+        tell(error, u"Impossible dâ€™ouvrir %1"_s.arg(path));
+        return {};
+    }
+    const QByteArray text = file.readAll();
+    file.close();
+
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &parseError);
+    if (parseError.error != QJsonParseError::NoError || !document.isObject()) {
+        tell(error, u"JSON invalide dans %1 (%2)"_s.arg(path, parseError.errorString()));
+        return {};
+    }
+    if (ok)
+        *ok = true;
+    return document.object();
+}
+
+bool writeJsonFile(const QString &path, const QJsonObject &object, QString *error, bool indented)
+{
+    QFile file(path);
+    if (!openToWrite(file)) {
+        tell(error, u"Impossible dâ€™Ã©crire %1"_s.arg(path));
+        return false;
+    }
+    file.write(QJsonDocument(object).toJson(indented ? QJsonDocument::Indented : QJsonDocument::Compact));
+    return true;
+}
+
+bool writeBytesFile(const QString &path, const QByteArray &bytes, QString *error)
+{
+    QFile file(path);
+    if (!openToWrite(file)) {
+        tell(error, u"Impossible dâ€™Ã©crire %1"_s.arg(path));
+        return false;
+    }
+    if (file.write(bytes) != bytes.size()) {
+        tell(error, u"Ã‰criture incomplÃ¨te dans %1"_s.arg(path));
+        return false;
+    }
+    return true;
+}
