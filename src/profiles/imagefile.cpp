@@ -47,7 +47,7 @@ bool copies(const QString &source, const QString &destination)
 }
 } // namespace
 
-QImage readPicture(const QString &path)
+QImage readImageFile(const QString &path)
 {
     if (!QFileInfo(path).isFile()) // a pipe would be waited for
         return {};
@@ -57,7 +57,7 @@ QImage readPicture(const QString &path)
 
 bool copyOrConvertImage(const QString &source, const QString &destination, QString *error)
 {
-    const QImage image = readPicture(source);
+    const QImage image = readImageFile(source);
     if (image.isNull()) {
         if (copies(source, destination))
             return true;

@@ -5,7 +5,7 @@
 #include <QtGui/QImage>
 
 /// The picture in a file; null where there is none, or one too large for Qt's allocation limit when painted.
-[[nodiscard]] QImage readPicture(const QString &path);
+[[nodiscard]] QImage readImageFile(const QString &path);
 
 /// Puts the picture `source` at `destination`, encoded as the destination's suffix says, or in PNG under a
 /// suffix of another format. A file that is no readable picture is copied as it is. False, with the reason

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "profileicon.h"
 
+#include "imagefile.h"
+
 #include <QtGui/QBrush>
 #include <QtGui/QPainter>
 #include <QtGui/QPen>
@@ -34,7 +36,7 @@ QPixmap readPicture(const QString &path)
 {
     // Not by the pixmap's own loading: that fills the cache that the whole host shares, and takes a picture
     // that was replaced within one second for the old one.
-    return QPixmap::fromImage(QImage(path));
+    return QPixmap::fromImage(readImageFile(path));
 }
 
 QIcon makeItemIcon(const QString &picturePath, const QSize &size, bool live)
