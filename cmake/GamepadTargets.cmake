@@ -91,6 +91,9 @@ endfunction()
 # The parsed headers that the test programs of one folder share (Qt's test library defines the folder's name).
 # Themselves a program, since they have to be compiled as programs are.
 function(gamepad_share_test_headers name)
+    if(CMAKE_DISABLE_PRECOMPILE_HEADERS)
+        return()
+    endif()
     get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
     set(headers gamepad-testheaders-${folder})
     if(NOT TARGET ${headers})
