@@ -16,6 +16,7 @@
 class InteractiveOverlay;
 class QComboBox;
 class QListWidget;
+struct SnapshotSubject;
 
 /// The editor of gamepad profiles: a list of all of them, and the one on show with its picture and pastilles.
 /// It saves by itself, shows which profiles' gamepads are connected, and listens to the gamepad of the
@@ -125,6 +126,11 @@ private:
     // Operations on files, with their dialogs.
     QString gamepadsRootPath();
     void createProfile();
+
+    // Exchange and snapshots.
+    struct ImportWords;
+    void importUnlinked(const QJsonObject &document, const ImportWords &words);
+    [[nodiscard]] QList<SnapshotSubject> snapshotSubjects() const;
 
     // The gamepads and the link to one of them.
     void takeGamepads();
