@@ -69,8 +69,9 @@ void ButtonLamps::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(theme::figures(font()));
     for (int button = 0; button < m_count; ++button) {
-        const QRectF lamp((button % columns(width())) * pitch + 1.0,
-                          (button / columns(width())) * pitch + 1.0, diameter - 2.0, diameter - 2.0);
+        const int row = button / columns(width());
+        const int column = button % columns(width());
+        const QRectF lamp(column * pitch + 1.0, row * pitch + 1.0, diameter - 2.0, diameter - 2.0);
         const bool lit = m_pressed.contains(button);
         if (lit) {
             QColor glow = theme::good;
