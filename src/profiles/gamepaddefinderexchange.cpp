@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+// The doors by which profiles come and go. Linked profiles pass none of them.
+#include "gamepaddefinder.h"
+
+#include "exchangedocument.h"
+#include "filebase.h"
+#include "interactiveoverlay.h"
+#include "jsonfiles.h"
+#include "notice.h"
+#include "profileimport.h"
+#include "profilestore.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QMimeData>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QListWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QString exchangeFormat()
+{
+    return u"application/x-velor-gamepad"_s;
+}
+
+QString exchangeFilter()
+{
+    return u"Configuration Velor (*.velor.json)"_s;
+}
+
+void inform(QWidget *parent, const QString &title, const QString &text)
+{
+    showNotice(parent, QMessageBox::Information, title, text);
+}
+
+void warn(QWidget *parent, const QString &title, const QString &text)
+{
+    showNotice(parent, QMessageBox::Warning, title, text);
+}
+
+/// In the exchange's own format, and as text for places that hold nothing else.
+QMimeData *mimeDataOf(const QJsonObject &document)
+{
+    const QByteArray json = QJsonDocument(document).toJson(QJsonDocument::Compact);
+    auto *data = new QMimeData;
+    data->setData(exchangeFormat(), json);
+    data->setText(QString::fromUtf8(json));
+    return data;
+}
+} // namespace
+
+/// What is said at a door by which documents come in.
+struct GamepadDefinder::ImportWords
+{
+    QString title;
+    QString linked;
+    QString refused;
+};
+
+void GamepadDefinder::actionExport()
+{
+    const int row = m_currentRow;
+    if (!isRow(row))
+        return;
+    const QPointer<GamepadDefinder> self = this;
+    const QString proposed =
+        QDir::home().filePath(sanitizedFileBase(m_entries.at(row).name) + ".velor.json"_L1);
+    const QString title = u"Export"_s;
+    const QString path =
+        QFileDialog::getSaveFileName(this, u"Exporter le gamepad"_s, proposed, exchangeFilter());
+    if (!self || path.isEmpty() || m_currentRow != row || !isRow(row))
+        return;
+
+    const QJsonObject document = buildExchangeDocument(m_entries.at(row), m_widgetOverlay->toJsonBytes(true));
+    if (!linkedDevice(document).isEmpty()) {
+        inform(
+            this, title,
+            u"Ce profil est associÃ© Ã  une manette. Le copier/coller nâ€™est disponible que pour les profils non liÃ©s."_s);
+        return;
+    }
+    QString error;
+    if (!writeJsonFile(path, document, &error, true))
+        warn(this, title, u"Ã‰chec export : %1"_s.arg(error));
+}
+
+void GamepadDefinder::actionCopy()
+{
+    if (!isRow(m_currentRow))
+        return;
+    const GamepadEntry &entry = m_entries.at(m_currentRow);
+    if (!entry.deviceName.isEmpty()) {
+        inform(this, u"Copier"_s,
+               u"Ce profil est associÃ© Ã  Â« %1 Â». Le copier/coller est rÃ©servÃ© aux profils non liÃ©s."_s
+                   .arg(entry.deviceName));
+        return;
+    }
+    QGuiApplication::clipboard()->setMimeData(mimeDataOf(buildSavedExchangeDocument(entry)));
+}
+
+void GamepadDefinder::actionImport()
+{
+    const ImportWords words{
+        .title = u"Import"_s,
+        .linked =
+            u"Ce fichier est liÃ© Ã  une manette. Le coller/importe nâ€™est autorisÃ© que pour des profils non liÃ©s."_s,
+        .refused = u"Impossible dâ€™importer ce fichier."_s,
+    };
+    const QPointer<GamepadDefinder> self = this;
+    const QString path = QFileDialog::getOpenFileName(this, u"Importer un gamepad"_s, QString(),
+                                                      exchangeFilter() + ";;JSON (*.json)"_L1);
+    if (!self || path.isEmpty())
+        return;
+    bool read = false;
+    QString error;
+    const QJsonObject document = readJsonFile(path, &read, &error);
+    if (!read) {
+        warn(this, words.title, error);
+        return;
+    }
+    importUnlinked(document, words);
+}
+
+void GamepadDefinder::actionPaste()
+{
+    const ImportWords words{
+        .title = u"Coller"_s,
+        .linked =
+            u"Ce profil est liÃ© Ã  une manette. Le coller nâ€™est autorisÃ© que pour des profils non liÃ©s."_s,
+        .refused = u"Impossible de crÃ©er le gamepad Ã  partir des donnÃ©es."_s,
+    };
+    const QMimeData *held = QGuiApplication::clipboard()->mimeData();
+    QJsonObject document;
+    QString error;
+    if (held && held->hasFormat(exchangeFormat())) {
+        if (!parseExchangeBytes(held->data(exchangeFormat()), &document, &error)) {
+            warn(this, words.title, error);
+            return;
+        }
+    } else if (held && held->hasText()) {
+        // What is wrong with a text that was copied for something else is of no use to anyone.
+        if (!parseExchangeBytes(held->text().toUtf8(), &document, nullptr)) {
+            warn(this, words.title, u"Le presseâ€‘papier ne contient pas de configuration Velor valide."_s);
+            return;
+        }
+    } else {
+        inform(this, words.title, u"Aucune configuration Velor trouvÃ©e dans le presseâ€‘papier."_s);
+        return;
+    }
+    importUnlinked(document, words);
+}
+
+void GamepadDefinder::importUnlinked(const QJsonObject &document, const ImportWords &words)
+{
+    if (!linkedDevice(document).isEmpty()) {
+        inform(this, words.title, words.linked);
+        return;
+    }
+    const QPointer<GamepadDefinder> self = this;
+    int row = -1;
+    const bool imported = importExchangeDocument(document, &row);
+    if (!self)
+        return;
+    if (!imported)
+        warn(this, words.title, words.refused);
+    else if (isRow(row))
+        m_listWidget->setCurrentRow(row);
+}
+
+bool GamepadDefinder::importExchangeDocument(const QJsonObject &document, int *newRow)
+{
+    const auto profile = readExchangeDocument(document);
+    if (!profile)
+        return false;
+    QString folder;
+    if (const auto failure = importProfileFiles(gamepadsRootPath(), *profile, &folder)) {
+        const StoreNotice notice = noticeOf(*failure);
+        showNotice(this, notice.icon, notice.title, notice.text);
+        return false;
+    }
+    GamepadEntry entry;
+    if (!loadEntryFromDir(folder, &entry))
+        return false;
+    appendEntry(entry);
+    *newRow = static_cast<int>(m_entries.size()) - 1;
+    return true;
+}
