@@ -146,10 +146,14 @@ private:
     void unbindGamepad();
 
     // The input that a pastille waits for.
+    struct TriggerAnswer
+    {
+        TriggerUse use = TriggerUse::Button;
+        bool remember = false;
+    };
     void resetPendingInput();
     void resolvePendingInput();
-    [[nodiscard]] TriggerUse askTriggerUse(const QString &axisKey, const QString &buttonKey,
-                                           const QString &device);
+    [[nodiscard]] TriggerAnswer askTriggerUse(const PendingInput &input, const QString &device);
 
     Gamepads m_realGamepads;
     QListWidget *m_listWidget = nullptr;

@@ -43,18 +43,16 @@ QIcon makeItemIcon(const QString &picturePath, const QSize &size, bool live)
 {
     const QPixmap picture = readPicture(picturePath);
     if (picture.isNull())
-        return {placeholder(size)};
+        return QIcon(placeholder(size));
 
     QPixmap icon(size);
     icon.fill(Qt::white);
     QPainter painter(&icon);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QPixmap scaled = picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    QRect target = scaled.rect();
-    target.moveCenter(icon.rect().center());
-    painter.drawPixmap(target.topLeft(), scaled);
+    painter.drawPixmap((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2, scaled);
     if (live)
         drawLiveFrame(painter, icon.rect());
     painter.end();
-    return {icon};
+    return QIcon(icon);
 }
