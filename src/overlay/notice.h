@@ -8,3 +8,7 @@
 /// the boxes that `QMessageBox` offers for this would be deleted twice then. `text` is shown as it stands,
 /// without markup.
 void showNotice(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text);
+
+/// Asks a question with the buttons Yes and No and waits for the answer. False also where the box is closed
+/// otherwise. `parent` may go meanwhile; `text` is shown as it stands.
+[[nodiscard]] bool confirmed(QWidget *parent, const QString &title, const QString &text);

@@ -126,6 +126,8 @@ private:
     // Operations on files, with their dialogs.
     QString gamepadsRootPath();
     void createProfile();
+    void leaveRow(int row);
+    void removeRow(int row);
 
     // Exchange and snapshots.
     struct ImportWords;
