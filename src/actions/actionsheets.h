@@ -9,3 +9,14 @@
 
 /// The palette of `ActionTaskBlockWidget`, on object names. A surface of many cards can carry it.
 [[nodiscard]] QString taskBlockSheet();
+
+/// The palette of `ActionDesignerWidget`, but for its buttons.
+[[nodiscard]] QString designerSheet();
+
+/// The ground that the steps of an action lie on.
+[[nodiscard]] QString stepsViewportSheet();
+
+/// One button of the designer, by what it does: the usual next thing, something else, a deletion.
+[[nodiscard]] QString primaryButtonSheet();
+[[nodiscard]] QString secondaryButtonSheet();
+[[nodiscard]] QString dangerButtonSheet();
