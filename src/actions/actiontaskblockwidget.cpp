@@ -134,6 +134,7 @@ void ActionTaskBlockWidget::setUpForm()
     m_formScroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_formScroll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     m_formScroll->setMaximumHeight(highestForm);
+    m_formScroll->setFocusPolicy(Qt::NoFocus); // its fields take the focus, and it follows them
     m_formScroll->setWidget(m_form);
     m_formScroll->hide();
 }
@@ -145,9 +146,20 @@ void ActionTaskBlockWidget::rebuildForm()
     if (!function || function->params.isEmpty())
         return;
     m_form->setParams(function->params);
+    placeTabStops();
     m_formScroll->show();
     m_form->adjustSize();
     m_formScroll->setFixedHeight(std::min(m_form->sizeHint().height() + 6, highestForm));
+}
+
+void ActionTaskBlockWidget::placeTabStops()
+{
+    // Fields are younger than all that stands around them, and Qt orders tab stops by age.
+    QWidget *before = m_functionCombo;
+    for (const ParamField &field : m_form->fields()) {
+        setTabOrder(before, field.edit);
+        before = field.edit;
+    }
 }
 
 void ActionTaskBlockWidget::clearForm()

@@ -37,6 +37,7 @@ private:
     [[nodiscard]] const FunctionDef *currentFunction() const;
     void setUpForm();
     void rebuildForm();
+    void placeTabStops();
     void clearForm();
 
     FunctionListModel *m_functions;
