@@ -57,6 +57,8 @@ QJsonObject metaDocumentJson(const GamepadEntry &entry, const QDateTime &now)
 QJsonObject newMetaDocumentJson(const GamepadEntry &entry, const QDateTime &now)
 {
     QJsonObject json = metaDocumentJson(entry, now);
-    json["createdAt"_L1] = json["modifiedAt"_L1];
+    // A value of its own: the place that holds it moves when the new key comes in.
+    const QJsonValue thisMoment = json["modifiedAt"_L1];
+    json["createdAt"_L1] = thisMoment;
     return json;
 }
