@@ -5,11 +5,10 @@
 #include "interactiveoverlay.h"
 #include "jsonfiles.h"
 #include "jsonnumbers.h"
-#include "openfile.h"
 #include "profileicon.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -100,8 +99,11 @@ QPixmap renderOverlaySnapshot(const QJsonObject &overlay, const QString &imagePa
 
 bool saveSnapshot(const QPixmap &picture, const QString &path)
 {
-    QFile file(path);
-    return openToWrite(file) && picture.save(&file, "PNG");
+    // Encoded first: into a file, the encoder would write piece by piece, or not say what a full disk
+    // refused.
+    QByteArray png;
+    QBuffer buffer(&png);
+    return picture.save(&buffer, "PNG") && writeBytesFile(path, png, nullptr);
 }
 
 QString freeSnapshotPath(const QString &folder, const QString &base)
