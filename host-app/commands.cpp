@@ -86,7 +86,19 @@ void Commands::run(const QString &line)
     if (rest.isEmpty())
         return;
     const QString word = takeWord(rest);
-    Q_EMIT done(line.trimmed(), carryOut(word, rest));
+    if (word == "hand"_L1)
+        work(line.trimmed(), rest);
+    else
+        Q_EMIT done(line.trimmed(), carryOut(word, rest));
+}
+
+// Whoever commands waits for each answer, so one gesture is under way at a time.
+void Commands::work(const QString &line, const QString &gesture)
+{
+    connect(
+        &m_hand, &Hand::done, this, [this, line](const QString &problem) { Q_EMIT done(line, problem); },
+        Qt::SingleShotConnection);
+    m_hand.perform(gesture);
 }
 
 QString Commands::carryOut(const QString &word, const QString &rest)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hand.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -29,10 +31,12 @@ Q_SIGNALS:
 
 private:
     void readInput();
+    void work(const QString &line, const QString &gesture);
     [[nodiscard]] QString carryOut(const QString &word, const QString &rest);
 
     HostSession &m_session;
     HostWindow &m_window;
+    Hand m_hand;
     QSocketNotifier *m_notifier = nullptr;
     QByteArray m_pending;
 };

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "widgetsearch.h"
+
+#include <QtWidgets/QApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+bool isCalled(const QWidget *widget, const QString &name)
+{
+    return widget->objectName() == name || widget->inherits(name.toLatin1().constData());
+}
+
+QList<QWidget *> shownInside(QWidget *widget)
+{
+    QList<QWidget *> shown;
+    for (QWidget *child : widget->findChildren<QWidget *>()) {
+        if (child->isVisible() && child->window() == widget->window())
+            shown.append(child);
+    }
+    return shown;
+}
+} // namespace
+
+QWidget *windowOnTop()
+{
+    if (QWidget *dialog = QApplication::activeModalWidget())
+        return dialog;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    QWidget *last = nullptr;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->isWindow() && window->windowType() == Qt::Window)
+            last = window;
+    }
+    return last;
+}
+
+QList<QWidget *> widgetsInReach()
+{
+    QWidget *top = windowOnTop();
+    if (!top)
+        return {};
+    QList<QWidget *> widgets{top};
+    widgets += shownInside(top);
+    if (QApplication::activeModalWidget())
+        return widgets;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window != top && window->isVisible())
+            widgets += QList{window} + shownInside(window);
+    }
+    return widgets;
+}
+
+QWidget *findInReach(const QString &name)
+{
+    QList<QWidget *> candidates = widgetsInReach();
+    QWidget *found = nullptr;
+    for (const QString &part : name.split(u'/')) {
+        const QString wanted = part.section(u'#', 0, 0);
+        qsizetype left = part.section(u'#', 1, 1).toLongLong();
+        found = nullptr;
+        for (QWidget *candidate : std::as_const(candidates)) {
+            if (isCalled(candidate, wanted) && left-- == 0) {
+                found = candidate;
+                break;
+            }
+        }
+        if (!found)
+            return nullptr;
+        candidates = shownInside(found);
+    }
+    return found;
+}
