@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "mappingmerge.h"
+
+#include "casekey.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QString sourceText(const QJsonValue &bridge, QLatin1StringView key)
+{
+    return bridge["src"_L1][key].toString().trimmed();
+}
+
+/// The tasks of the old bridge that stands for the same input.
+QJsonArray oldTasks(const QJsonArray &bridges, const QJsonObject &bridge)
+{
+    const QString key = sourceText(bridge, "stringKey"_L1);
+    if (key.isEmpty())
+        return {};
+    const QString type = sourceText(bridge, "deviceType"_L1);
+    for (const QJsonValue &old : bridges) {
+        if (!equalWithoutCase(sourceText(old, "stringKey"_L1), key))
+            continue;
+        const QString oldType = sourceText(old, "deviceType"_L1);
+        if (type.isEmpty() || oldType.isEmpty() || equalWithoutCase(oldType, type))
+            return old["dst"_L1].toArray();
+    }
+    return {};
+}
+
+QJsonObject withOldTail(QJsonObject bridge, const QJsonArray &oldBridges)
+{
+    if (!bridge["action"_L1].toString().trimmed().isEmpty())
+        return bridge;
+    const QJsonArray old = oldTasks(oldBridges, bridge);
+    if (old.size() < 2)
+        return bridge;
+    QJsonArray tasks = bridge["dst"_L1].toArray();
+    for (qsizetype i = 1; i < old.size(); ++i)
+        tasks.append(old.at(i));
+    bridge["dst"_L1] = tasks;
+    return bridge;
+}
+} // namespace
+
+QJsonObject mergedMapping(QJsonObject document, const QJsonArray &bridges)
+{
+    for (const auto part : {"signals"_L1, "onStartup"_L1, "onClose"_L1, "timers"_L1}) {
+        if (!document.contains(part))
+            document.insert(part, QJsonArray());
+    }
+
+    const QJsonArray oldBridges = document["bridges"_L1].toArray();
+    QJsonArray merged;
+    for (const QJsonValue &bridge : bridges)
+        merged.append(bridge.isObject() ? withOldTail(bridge.toObject(), oldBridges) : bridge);
+    document["bridges"_L1] = merged;
+    return document;
+}
