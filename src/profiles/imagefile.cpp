@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "imagefile.h"
 
+#include "openfile.h"
 #include "plainfilename.h"
 
 #include <QtCore/QFile>
@@ -22,7 +23,7 @@ void tell(QString *error, const QString &reason)
 bool fitsWhenPainted(QSize size)
 {
     const qint64 limit = qint64{QImageReader::allocationLimit()} * 1024 * 1024;
-    return limit == 0 || qint64{size.width()} * size.height() * 4 <= limit;
+    return limit == 0 || qint64{size.width()} * size.height() <= limit / 4;
 }
 
 QByteArray formatForSuffix(const QString &suffix)
@@ -66,11 +67,9 @@ bool copyOrConvertImage(const QString &source, const QString &destination, QStri
     }
 
     QFile file(destination);
-    // Buffered, what a full disk refuses would count as written. Where it does not open, the writer says so.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        file.close();
     QImageWriter writer(&file, formatForSuffix(QFileInfo(destination).suffix().toLower()));
-    if (writer.write(image))
+    // The writer tries again what did not open, and says why. What was not even tried is no place for it.
+    if ((openToWrite(file) || file.error() != QFileDevice::NoError) && writer.write(image))
         return true;
     tell(error, u"Ã‰chec Ã©criture image %1 (%2)"_s.arg(destination, writer.errorString()));
     return false;
