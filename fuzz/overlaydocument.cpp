@@ -16,6 +16,14 @@ namespace
 // Widgets are slow here, and a long document says no more than a short one.
 constexpr qsizetype mostNodes = 12;
 
+QJsonArray someParams()
+{
+    QJsonArray params;
+    for (const QString &type : {u"int"_s, u"bool"_s, u"int"_s, u"bool"_s})
+        params.append(QJsonObject{{u"name"_s, u"p%1"_s.arg(params.size())}, {u"preferredType"_s, type}});
+    return params;
+}
+
 QJsonObject throughText(const QJsonObject &json)
 {
     return QJsonDocument::fromJson(QJsonDocument(json).toJson(QJsonDocument::Compact)).object();
@@ -102,6 +110,9 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         overlay.resize(320, 240);
         overlay.setBackgroundScaleMode(mode);
         overlay.setBackgroundPixmap(pixmap);
+        // With a function of this name tool boxes are bound from the start, and like-titled ones in turn.
+        if (mode == Cover)
+            overlay.setExternalServices({QJsonObject{{u"name"_s, u"none"_s}, {u"params"_s, someParams()}}});
         const bool readable = checkStructs(json, {pixmap.size(), mode, overlay.size()});
         checkWidgets(json, overlay, readable);
         checkStructs(json, {pixmap.size(), mode, QSize(0, 0)});

@@ -10,8 +10,9 @@
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QSignalBlocker>
+#include <QtGui/QBitmap>
 #include <QtGui/QMouseEvent>
-#include <QtGui/QPainterPath>
+#include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
@@ -32,9 +33,17 @@ void wearToolFont(QWidget *widget)
 // A window is filled before its style sheet paints it: outside the rounded border the filling would show.
 void roundCorners(QWidget *window)
 {
-    QPainterPath outline;
-    outline.addRoundedRect(window->rect(), 8, 8);
-    window->setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    // Painted, since a region from a polygon takes the corners at the right and the bottom less round.
+    QBitmap mask(window->size());
+    mask.clear();
+    const QPen pen(Qt::color1);
+    const QBrush brush(Qt::color1);
+    QPainter painter(&mask);
+    painter.setPen(pen);
+    painter.setBrush(brush);
+    painter.drawRoundedRect(mask.rect().adjusted(0, 0, -1, -1), 8, 8);
+    painter.end();
+    window->setMask(mask);
 }
 
 bool isNone(const QString &name)
