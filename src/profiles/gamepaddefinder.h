@@ -122,6 +122,7 @@ private:
     void showNothing();
     void returnToCurrentRow();
     bool flush();
+    void closeBoxes();
 
     // Operations on files, with their dialogs.
     QString gamepadsRootPath();
@@ -130,6 +131,7 @@ private:
     void removeRow(int row);
 
     // Exchange and snapshots.
+    [[nodiscard]] bool isOnShow(const QString &folder) const;
     struct ImportWords;
     void importUnlinked(const QJsonObject &document, const ImportWords &words);
     [[nodiscard]] QList<SnapshotSubject> snapshotSubjects() const;
@@ -172,5 +174,6 @@ private:
     QList<QMetaObject::Connection> m_inputConnections;
     QTimer m_triggerTimer;
     PendingInput m_pending;
+    int m_openQuestions = 0;
     TriggerChoices m_triggerChoices;
 };

@@ -61,21 +61,27 @@ struct GamepadDefinder::ImportWords
     QString refused;
 };
 
+/// Asked after a dialog, under which the rows may have changed.
+bool GamepadDefinder::isOnShow(const QString &folder) const
+{
+    return isRow(m_currentRow) && m_entries.at(m_currentRow).dirPath == folder;
+}
+
 void GamepadDefinder::actionExport()
 {
-    const int row = m_currentRow;
-    if (!isRow(row))
+    if (!isRow(m_currentRow))
         return;
     const QPointer<GamepadDefinder> self = this;
-    const QString proposed =
-        QDir::home().filePath(sanitizedFileBase(m_entries.at(row).name) + ".velor.json"_L1);
+    const GamepadEntry entry = m_entries.at(m_currentRow);
+    const QString proposed = QDir::home().filePath(sanitizedFileBase(entry.name) + ".velor.json"_L1);
     const QString title = u"Export"_s;
     const QString path =
         QFileDialog::getSaveFileName(this, u"Exporter le gamepad"_s, proposed, exchangeFilter());
-    if (!self || path.isEmpty() || m_currentRow != row || !isRow(row))
+    if (!self || path.isEmpty() || !isOnShow(entry.dirPath))
         return;
 
-    const QJsonObject document = buildExchangeDocument(m_entries.at(row), m_widgetOverlay->toJsonBytes(true));
+    const QJsonObject document =
+        buildExchangeDocument(m_entries.at(m_currentRow), m_widgetOverlay->toJsonBytes(true));
     if (!linkedDevice(document).isEmpty()) {
         inform(
             this, title,

@@ -38,22 +38,21 @@ void warn(QWidget *parent, const QString &title, const QString &text)
 
 void GamepadDefinder::actionSnapshot()
 {
-    const int row = m_currentRow;
-    if (!isRow(row))
+    if (!isRow(m_currentRow))
         return;
     const QString title = u"Snapshot PNG"_s;
     const QPointer<GamepadDefinder> self = this;
-    const QString proposed =
-        QDir(picturesFolder()).filePath(sanitizedFileBase(m_entries.at(row).name) + ".png"_L1);
+    const GamepadEntry entry = m_entries.at(m_currentRow);
+    const QString proposed = QDir(picturesFolder()).filePath(sanitizedFileBase(entry.name) + ".png"_L1);
     const QString chosen =
         QFileDialog::getSaveFileName(this, u"Exporter snapshot PNG"_s, proposed, u"Images PNG (*.png)"_s);
-    if (!self || chosen.isEmpty() || m_currentRow != row || !isRow(row))
+    if (!self || chosen.isEmpty() || !isOnShow(entry.dirPath))
         return;
 
     const QString path = withPngSuffix(chosen);
     QString error;
-    const QPixmap picture = renderOverlaySnapshot(m_widgetOverlay->toJson(), m_entries.at(row).imagePath,
-                                                  m_widgetOverlay->size(), &error);
+    const QPixmap picture = renderOverlaySnapshot(
+        m_widgetOverlay->toJson(), m_entries.at(m_currentRow).imagePath, m_widgetOverlay->size(), &error);
     if (picture.isNull())
         warn(this, title, u"Impossible de gÃ©nÃ©rer le snapshot : %1"_s.arg(error));
     else if (!saveSnapshot(picture, path))
@@ -101,7 +100,7 @@ bool GamepadDefinder::exportAllSnapshots(const QString &outDir, int *written, QS
         return refuses(u"Dossier de sortie vide."_s);
 
     const QPointer<GamepadDefinder> self = this;
-    if (isRow(m_currentRow) && m_dirty && !saveProfile(m_currentRow))
+    if (!flush())
         return refuses(u"Impossible de sauvegarder la configuration en cours."_s);
     if (!self)
         return false;
