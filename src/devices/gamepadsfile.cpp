@@ -8,10 +8,25 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
+#include <filesystem>
+#include <system_error>
+
 using namespace Qt::StringLiterals;
 
 namespace
 {
+// Qt warns of such a name wherever it is used, and no disk takes it.
+bool isNoName(const QString &path)
+{
+    return path.contains(QChar::Null);
+}
+
+bool isPipe(const QString &path)
+{
+    std::error_code ignored; // then it is none
+    return std::filesystem::is_fifo(QFile::encodeName(path).constData(), ignored);
+}
+
 bool writeWhole(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
@@ -40,13 +55,18 @@ QByteArray readGamepadsFile(const QString &path)
 {
     QFile file(path);
     // What is no file, a pipe say, could keep the host waiting.
-    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    const bool readable = !isNoName(path) && QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
     return readable ? file.readAll() : QByteArray();
 }
 
 bool writeGamepadsFile(const QString &path, const QByteArray &json)
 {
+    if (isNoName(path))
+        return false;
     const QString temporary = path + ".tmp"_L1;
+    // To open a pipe is to wait for its reader.
+    if (isPipe(temporary))
+        QFile::remove(temporary);
     if (!writeWhole(temporary, json))
         return false;
     QFile::remove(path);

@@ -122,10 +122,11 @@ private:
     void loadFromDisk();
     void saveToDisk() const;
     void syncWithManager();
+    [[nodiscard]] bool managerHas(const QString &usn);
     void mergeLive(ControlManette *device);
     void insertLive(const QString &usn, ControlManette &device);
     static void adopt(DeviceRecord &record, ControlManette &device);
-    void markAbsent(const QString &usn);
+    void markIfAbsent(const QString &usn);
     [[nodiscard]] LiveDevices forgetRows();
 
     void ensureInterface(DeviceRecord &record, const QString &usn);
@@ -140,6 +141,7 @@ private:
     bool m_uniqSelection = true;
     bool m_autoDetect = true;
     QString m_context;
+    QString m_rowsContext; ///< whose rows these are: a new context is told of before its file is read
     QStringList m_usnOrder;
     QHash<QString, DeviceRecord> m_records;
     int m_previousCount = 0;

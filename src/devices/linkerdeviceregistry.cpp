@@ -4,9 +4,9 @@
 #include "gamepadsfile.h"
 #include "linkerdevicemodel.h"
 
-#include <QtCore/QSet>
 #include <QtCore/QTimer>
 
+#include <algorithm>
 #include <tuple>
 
 // The manager dies with whichever object was its parent, which can be another model. The devices died with
@@ -39,7 +39,10 @@ void LinkerDeviceModel::loadFromDisk()
 
     const QPointer<LinkerDeviceModel> self(this);
     beginResetModel();
+    if (!self)
+        return;
     const LiveDevices followed = forgetRows();
+    m_rowsContext = m_context;
     m_previousCount = document.lastCount;
     m_otherKeys = document.otherKeys;
     for (const StoredDevice &stored : document.devices) {
@@ -52,6 +55,8 @@ void LinkerDeviceModel::loadFromDisk()
         m_usnOrder.append(stored.usn);
     }
     endResetModel();
+    if (!self)
+        return;
     // A device that runs on is followed in its new row, once however often the context changes. A row that is
     // selected sees to it by itself, below.
     for (auto device = followed.cbegin(); device != followed.cend(); ++device) {
@@ -59,8 +64,7 @@ void LinkerDeviceModel::loadFromDisk()
         if (*device && !(record && selectedByUser(*record)))
             follow(**device, device.key());
     }
-    if (self)
-        Q_EMIT countChanged();
+    Q_EMIT countChanged();
     if (self)
         Q_EMIT previousCountChanged();
     if (!self)
@@ -109,7 +113,7 @@ void LinkerDeviceModel::saveToDisk() const
         });
     }
     // Nobody is told of a failure: the old file is still there, and the next change tries again.
-    std::ignore = writeGamepadsFile(gamepadsFilePath(m_context), gamepadsJson(document));
+    std::ignore = writeGamepadsFile(gamepadsFilePath(m_rowsContext), gamepadsJson(document));
 }
 
 void LinkerDeviceModel::syncWithManager()
@@ -117,27 +121,27 @@ void LinkerDeviceModel::syncWithManager()
     const QPointer<LinkerDeviceModel> self(this);
     const GamepadManager::Gamepads gamepads = manager()->gamepads();
     for (const QPointer<ControlManette> &device : gamepads) {
-        if (device)
+        // Discovery inside the signals of this merge may have dropped it, and given its row another device.
+        if (device && manager()->gamepads().contains(device))
             mergeLive(device);
         if (!self)
             return;
     }
-    // Asked again: discovery inside the signals above may have found more.
-    QSet<QString> seen;
-    const GamepadManager::Gamepads present = manager()->gamepads();
-    for (const QPointer<ControlManette> &device : present) {
-        if (device)
-            seen.insert(usnOfSlot(device->deviceId()));
-    }
     const QStringList order = m_usnOrder;
     for (const QString &usn : order) {
-        if (!seen.contains(usn))
-            markAbsent(usn);
+        markIfAbsent(usn);
         if (!self)
             return;
     }
     saveToDisk();
     syncSelected();
+}
+
+bool LinkerDeviceModel::managerHas(const QString &usn)
+{
+    return std::ranges::any_of(manager()->gamepads(), [&usn](const QPointer<ControlManette> &device) {
+        return device && usnOfSlot(device->deviceId()) == usn;
+    });
 }
 
 void LinkerDeviceModel::mergeLive(ControlManette *device)
@@ -168,11 +172,13 @@ void LinkerDeviceModel::insertLive(const QString &usn, ControlManette &device)
 {
     DeviceRecord record;
     adopt(record, device);
+    const QPointer<LinkerDeviceModel> self(this);
     beginInsertRows({}, count(), count());
     m_records.insert(usn, record);
     m_usnOrder.append(usn);
     endInsertRows();
-    Q_EMIT countChanged();
+    if (self)
+        Q_EMIT countChanged();
 }
 
 void LinkerDeviceModel::adopt(DeviceRecord &record, ControlManette &device)
@@ -184,10 +190,10 @@ void LinkerDeviceModel::adopt(DeviceRecord &record, ControlManette &device)
     record.capabilities = capabilitiesOf(device);
 }
 
-void LinkerDeviceModel::markAbsent(const QString &usn)
+void LinkerDeviceModel::markIfAbsent(const QString &usn)
 {
     DeviceRecord *record = recordOf(usn);
-    if (!record || !record->isConnected)
+    if (!record || !record->isConnected || managerHas(usn))
         return;
     record->isConnected = false;
     record->live.clear();
@@ -223,7 +229,8 @@ bool LinkerDeviceModel::deleteDevice(const QString &usn)
     endRemoveRows();
     releasePlaceholder(gone);
 
-    Q_EMIT countChanged();
+    if (self)
+        Q_EMIT countChanged();
     if (self)
         saveToDisk();
     if (self)

@@ -44,8 +44,10 @@ void ControlManette::start(const QString & /*parameter*/)
     sf::Joystick::update();
     const SfmlSlot slot(m_deviceId);
     const bool wasConnected = m_connected;
-    setConnected(slot.isConnected());
-    if (!self)
+    const bool present = slot.isConnected();
+    setConnected(present);
+    // A listener may have stopped it at once.
+    if (!self || m_connected != present)
         return;
     resetAllBias();
     readAxisPresence(slot);
@@ -61,7 +63,8 @@ void ControlManette::stop()
     const QPointer<ControlManette> self(this);
     m_timer.stop();
     setConnected(false);
-    if (!self)
+    // A listener may have started it again, and it is connected then.
+    if (!self || m_connected)
         return;
     m_publishing = false;
     Q_EMIT statusChanged(noCom);

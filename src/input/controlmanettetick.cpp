@@ -47,7 +47,11 @@ void ControlManette::onTick()
     const bool present = slot.isConnected();
     if (present != m_connected && !survives([this, present] { setConnected(present); }))
         return;
-    if (!present || !readIdentification(slot))
+    // A pad that is away keeps its name, but what is no slot has none. A listener may have stopped the
+    // device.
+    if (slot.exists() && !(present && m_connected))
+        return;
+    if (!readIdentification(slot) || !present)
         return;
     readAxisPresence(slot);
 

@@ -21,6 +21,7 @@ public:
         , m_exists(slot >= 0 && slot < slotCount)
     {}
 
+    [[nodiscard]] bool exists() const { return m_exists; }
     [[nodiscard]] bool isConnected() const { return m_exists && sf::Joystick::isConnected(m_slot); }
 
     /// What SFML knows of the joystick; no name and no ids for a slot that does not exist.

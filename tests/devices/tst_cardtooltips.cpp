@@ -17,6 +17,16 @@ bool rest(CardView &list, int row, const QPoint &point)
     return QApplication::sendEvent(list.view.viewport(), &event) && event.isAccepted();
 }
 
+/// The label on the screen, or null.
+QWidget *shownToolTip()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows)
+        if (window->windowType() == Qt::ToolTip && window->isVisible())
+            return window;
+    return nullptr;
+}
+
 bool hideToolTip()
 {
     QToolTip::hideText();
@@ -176,6 +186,25 @@ private Q_SLOTS:
         QHelpEvent event(QEvent::ToolTip, {180, 46}, {180, 46});
         QVERIFY(delegate.helpEvent(&event, &view, option, model.index(0)));
         QCOMPARE(QToolTip::text(), u"Video"_s);
+    }
+
+    void theToolTipStandsWhereTheMouseRests()
+    {
+        CardView list(rowsWith("selected", true));
+        QVERIFY(list.isReady());
+        // From the rest of the mouse to the label is the same way everywhere, whatever the style makes of it.
+        const auto wayToLabel = [&list](int row, const QPoint &point) -> std::optional<QPoint> {
+            if (!hideToolTip() || !rest(list, row, point) || !shownToolTip())
+                return std::nullopt;
+            return shownToolTip()->pos() - list.view.viewport()->mapToGlobal(list.at(row, point));
+        };
+        const auto way = wayToLabel(1, {125, 196});
+        QVERIFY(way);
+        QVERIFY(QRect(-40, -40, 80, 80).contains(*way));
+        QCOMPARE(shownToolTip()->parentWidget(), list.view.viewport());
+        QCOMPARE(wayToLabel(1, {144, 215}), way);
+        QCOMPARE(wayToLabel(0, {130, 200}), way);
+        QCOMPARE(wayToLabel(1, {183, 35}), way); // the link's
     }
 
     void noIndexNoToolTip()

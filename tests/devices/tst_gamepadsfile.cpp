@@ -7,6 +7,8 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -21,6 +23,12 @@ void put(const QString &path, const QByteArray &bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("a test file cannot be written");
+}
+
+void putPipe(const QString &path)
+{
+    if (mkfifo(QFile::encodeName(path).constData(), 0600) != 0)
+        qFatal("a pipe cannot be made");
 }
 } // namespace
 
@@ -60,6 +68,7 @@ private Q_SLOTS:
         QTest::newRow("upwards") << u"../.."_s;
         QTest::newRow("spaces") << u" a b "_s;
         QTest::newRow("not ASCII") << u"contexte é 漢 🎮"_s;
+        QTest::newRow("half a character") << u"a"_s + QChar(0xD800);
     }
     void anyContextGivesAFileThatCanBeWritten()
     {
@@ -71,9 +80,17 @@ private Q_SLOTS:
         QCOMPARE(readGamepadsFile(path), QByteArray("{}"));
     }
 
+    void aContextThatNoDiskTakesIsSilent_data()
+    {
+        QTest::addColumn<QString>("context");
+        QTest::newRow("too long") << QString(5000, u'x');
+        QTest::newRow("end of text within") << u"a"_s + QChar::Null + u'b';
+    }
     void aContextThatNoDiskTakesIsSilent()
     {
-        const QString path = gamepadsFilePath(QString(5000, u'x'));
+        QFETCH(const QString, context);
+        const QString path = gamepadsFilePath(context);
+        QVERIFY(!QFileInfo::exists(location() + u"/a"_s));
         QVERIFY(!writeGamepadsFile(path, "{}"));
         QCOMPARE(readGamepadsFile(path), QByteArray());
     }
@@ -90,6 +107,26 @@ private Q_SLOTS:
         QCOMPARE(readGamepadsFile(path), QByteArray());
         QVERIFY(!writeGamepadsFile(path, "{}"));
         QVERIFY(QFileInfo(path + u"/inside"_s).isDir());
+    }
+
+    // Whoever opens a pipe waits for the one at its other end.
+    void aPipeInItsPlaceReadsAsNothingAndIsReplaced()
+    {
+        const QString path = gamepadsFilePath(u"host"_s);
+        putPipe(path);
+        QCOMPARE(readGamepadsFile(path), QByteArray());
+        QVERIFY(writeGamepadsFile(path, "{}"));
+        QCOMPARE(readGamepadsFile(path), QByteArray("{}"));
+    }
+
+    void aPipeInTheTemporaryFilesPlaceIsReplaced()
+    {
+        const QString path = gamepadsFilePath(u"host"_s);
+        put(path, "old");
+        putPipe(path + u".tmp"_s);
+        QVERIFY(writeGamepadsFile(path, "{}"));
+        QCOMPARE(readGamepadsFile(path), QByteArray("{}"));
+        QVERIFY(!QFileInfo::exists(path + u".tmp"_s));
     }
 
     void writingReplacesTheFileWholeAndLeavesNoTemporaryOne()

@@ -10,6 +10,8 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QLoggingCategory>
 
+#include <sys/stat.h>
+
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -194,6 +196,8 @@ private Q_SLOTS:
         QTest::newRow("separators") << u"////"_s;
         QTest::newRow("pattern") << u"%1%2"_s;
         QTest::newRow("not ASCII") << u"é 漢 🎮"_s;
+        QTest::newRow("half a character") << u"a"_s + QChar(0xD800);
+        QTest::newRow("end of text within") << u"a"_s + QChar::Null + u'b';
     }
     void anyContextWorks()
     {
@@ -212,6 +216,21 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(u"/nowhere"_s));
         const TestedModel other(context);
         settle();
+    }
+
+    // Whoever opens a pipe waits for the one at its other end.
+    void aPipeInPlaceOfTheFileKeepsNobodyWaiting()
+    {
+        QVERIFY(QDir().mkpath(folderOf(u"host"_s)));
+        const QByteArray path = QFile::encodeName(folderOf(u"host"_s)) + "/gamepads.json";
+        QCOMPARE(mkfifo(path.constData(), 0600), 0);
+        QCOMPARE(mkfifo((path + ".tmp").constData(), 0600), 0);
+        plug(1);
+        TestedModel model;
+        QCOMPARE(model.count(), 0);
+        settle();
+        QCOMPARE(model.count(), 1);
+        QCOMPARE(stored().value(u"lastCount"_s), QJsonValue(1));
     }
 
     void aListenerMayDeleteRows_data() { whoMeddles(); }

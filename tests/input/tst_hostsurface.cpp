@@ -125,6 +125,40 @@ private Q_SLOTS:
         QVERIFY(timerOf(device).isActive());
     }
 
+    void pollingIntervalOfZeroTicksAsOftenAsCanBeAndLetsOthersRun()
+    {
+        scripted::plug(2, scripted::restingPad());
+        ControlManette device(2, nullptr);
+        device.start({});
+        device.setValue(2, 1, u"pollingInterval"_s, 0);
+        QCOMPARE(timerOf(device).interval(), 0);
+        QVERIFY(timerOf(device).isActive());
+        const int updates = scripted::calls().update;
+        int others = 0;
+        QTimer other;
+        connect(&other, &QTimer::timeout, this, [&others] { ++others; });
+        other.start(1);
+        QTRY_VERIFY(scripted::calls().update > updates + 30 && others > 3);
+        device.start({});
+        QCOMPARE(timerOf(device).interval(), 10);
+    }
+
+    void aPlaceholderIsWrittenByItsOwnNumber()
+    {
+        ControlManette device(-1, nullptr);
+        DeviceLog log(device);
+        const QString before = device.deviceJson();
+        device.setValue(-1, 1, u"pollingInterval"_s, 20);
+        QCOMPARE(timerOf(device).interval(), 20);
+        QVERIFY(!timerOf(device).isActive());
+        device.setValue(-1, 1, u"resetBias"_s, true);
+        device.setValue(0, 1, u"pollingInterval"_s, 30);
+        QCOMPARE(timerOf(device).interval(), 20);
+        QCOMPARE(device.deviceJson(), before);
+        QCOMPARE(log.take(), QStringList());
+        QCOMPARE(scripted::calls().update, 0);
+    }
+
     void pollingIntervalTakesWhatConvertsToANumber_data()
     {
         QTest::addColumn<QVariant>("value");
@@ -185,6 +219,32 @@ private Q_SLOTS:
         QVERIFY(device.deviceJson().contains(u"\"bias\":[4,"_s));
         device.setValue(0, 0, u"resetBias"_s, value);
         QVERIFY(device.deviceJson().contains(u"\"bias\":[0,"_s));
+    }
+
+    void resetBiasSilencesUntilAllAxesAreKnownAgain()
+    {
+        scripted::plug(0, scripted::restingPad());
+        ControlManette device(0, nullptr);
+        device.start({});
+        tick(device, 30);
+        DeviceLog log(device);
+        scripted::pad(0).axes[3] = 50.0F;
+        tick(device);
+        QCOMPARE(log.take().value(0), u"axisChanged 3 50"_s);
+        device.setValue(0, 1, u"resetBias"_s, {});
+        // Held away from its rest, the one axis keeps the whole device silent.
+        scripted::pad(0).buttons.set(0);
+        tick(device, 100);
+        QCOMPARE(log.take(), QStringList());
+        scripted::pad(0).axes[3] = -6.0F;
+        tick(device, 29);
+        QCOMPARE(log.take(), QStringList());
+        scripted::pad(0).buttons.reset(0);
+        tick(device);
+        QCOMPARE(log.take().value(0), u"buttonChanged 0 false"_s);
+        scripted::pad(0).axes[3] = 44.0F;
+        tick(device);
+        QCOMPARE(log.take().value(0), u"axisChanged 3 50"_s);
     }
 
     void otherPropertiesAreNotWritable()
