@@ -3,6 +3,7 @@
 
 #include "actionsheets.h"
 #include "inputkey.h"
+#include "manychildren.h"
 #include "picturegeometry.h"
 #include "sharedsheet.h"
 
@@ -46,6 +47,7 @@ void InteractiveOverlay::setMode(Mode mode)
     if (mode == m_mode)
         return;
     m_mode = mode;
+    const ManyChildren many(this);
     for (const OverlayNode &node : std::as_const(m_nodes)) {
         if (node.area)
             node.area->setEditMode(mode == Edit);

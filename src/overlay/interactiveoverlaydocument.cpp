@@ -2,6 +2,7 @@
 #include "interactiveoverlay.h"
 
 #include "inputkey.h"
+#include "manychildren.h"
 #include "picturegeometry.h"
 
 #include <QtCore/QJsonDocument>
@@ -57,6 +58,7 @@ bool InteractiveOverlay::fromJson(const QJsonObject &json)
     QPointer<TouchArea> listening;
     ConfigSpreads spreads;
     {
+        const ManyChildren many(this);
         const QScopedValueRollback collecting(m_spreads, &spreads);
         for (const OverlayDocumentNode &stored : document->nodes) {
             TouchArea *area = addNode(stored, pic);
