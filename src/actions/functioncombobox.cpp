@@ -40,6 +40,14 @@ FunctionComboBox::FunctionComboBox(FunctionListModel *model, QWidget *parent)
     setFocusPolicy(Qt::StrongFocus); // not by the wheel, see wheelEvent
 }
 
+FunctionComboBox::~FunctionComboBox()
+{
+    // Qt keeps the style rules of a combo's list window when that window dies, for as long as any style sheet
+    // is in use, unless the window has a sheet of its own. One that says nothing will do.
+    if (auto *listWindow = findChild<QFrame *>(Qt::FindDirectChildrenOnly))
+        listWindow->setStyleSheet(QStringLiteral("/**/"));
+}
+
 int FunctionComboBox::functionIndex() const
 {
     if (currentIndex() < 0)

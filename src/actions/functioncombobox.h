@@ -15,6 +15,7 @@ class FunctionComboBox : public QComboBox
 public:
     /// Does not own `model`, which must outlive it.
     explicit FunctionComboBox(FunctionListModel *model, QWidget *parent = nullptr);
+    ~FunctionComboBox() override;
 
     /// The index of the chosen function, -1 for none.
     [[nodiscard]] int functionIndex() const;
