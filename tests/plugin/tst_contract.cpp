@@ -245,20 +245,6 @@ private Q_SLOTS:
         QCOMPARE(values.first().typeId(), int(QMetaType::Bool));
     }
 
-    void contractTypesAreKnownByName_data()
-    {
-        QTest::addColumn<QByteArray>("name");
-        for (const char *name : {"IComInterface*", "QList<IComInterface*>", "IComInterface::DeviceType",
-                                 "IComInterface::ComStatus"})
-            QTest::newRow(name) << QByteArray(name);
-    }
-
-    void contractTypesAreKnownByName()
-    {
-        QFETCH(QByteArray, name);
-        QVERIFY(QMetaType::fromName(name).isValid());
-    }
-
     void interfaceListCanBeWalkedInsideAVariant()
     {
         IComInterface *device = selectedDevice();
