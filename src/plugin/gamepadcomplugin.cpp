@@ -5,6 +5,11 @@
 
 #include "deviceitemdelegate.h"
 #include "linkerdevicemodel.h"
+#include "manetteconfigurationwidget.h"
+
+#include <QtCore/QScopedValueRollback>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -69,7 +74,25 @@ QMainWindow *GamepadComPlugin::configWindow(QWidget *parent)
         m_window = new QMainWindow(parent);
         m_window->setWindowTitle(u"Gamepad"_s);
     }
+    if (!m_configWidget && !m_fillingWindow)
+        fillWindow();
     return m_window;
+}
+
+// A profile that cannot be read shows a box while the widget is made, and under a box the host may do
+// anything: ask for the window again, or destroy it. So the widget joins the window when it stands.
+void GamepadComPlugin::fillWindow()
+{
+    const QScopedValueRollback filling(m_fillingWindow, true);
+    auto widget = std::make_unique<ManetteConfigurationWidget>();
+    if (!m_window)
+        return;
+    m_configWidget = widget.release();
+    m_window->setCentralWidget(m_configWidget);
+    m_configWidget->setServices(m_services);
+    // A host that wants other services to count calls `setServices`; the signal hands on what is stored.
+    connect(this, &GamepadComPlugin::servicesChanged, m_configWidget,
+            [this] { m_configWidget->setServices(m_services); });
 }
 
 int GamepadComPlugin::reservedFlagA()
@@ -90,6 +113,8 @@ QJsonObject GamepadComPlugin::info()
 void GamepadComPlugin::setServices(const QJsonObject &services)
 {
     m_services = services;
+    if (m_configWidget)
+        m_configWidget->setServices(m_services);
 }
 
 QIcon GamepadComPlugin::icon()

@@ -7,6 +7,7 @@
 
 class DeviceItemDelegate;
 class LinkerDeviceModel;
+class ManetteConfigurationWidget;
 
 /// The family of gamepads: the one object that the plugin's loader makes. It makes model, delegate and window
 /// on demand, wires them together and holds no logic of its own. What it hands out belongs to the parents
@@ -34,10 +35,13 @@ public:
 
 private:
     void wireDelegateToModel();
+    void fillWindow();
 
     QPointer<LinkerDeviceModel> m_model;
     QPointer<DeviceItemDelegate> m_delegate;
     QPointer<QMainWindow> m_window;
+    QPointer<ManetteConfigurationWidget> m_configWidget;
     QJsonObject m_services;
     bool m_delegateWired = false;
+    bool m_fillingWindow = false;
 };
