@@ -72,7 +72,8 @@ void OverlayLines::paintLine(QPainter &painter, const OverlayLine &line) const
     const QPoint right = to->mapTo(this, rightBelow(to->rect(), line.gap));
     const Connector connector = connectorTo(start, left, right, line.sideBias);
 
-    painter.setPen(QPen(QBrush(line.color), line.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPen pen(QBrush(line.color), line.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    painter.setPen(pen);
     painter.drawLine(QLine(connector.start, connector.nearCorner));
     painter.drawLine(QLine(connector.nearCorner, connector.farCorner));
 }

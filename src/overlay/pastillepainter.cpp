@@ -51,8 +51,10 @@ void paintBody(QPainter &painter, const PastilleLook &look)
     QRadialGradient gradient(body.center(), std::max(body.width(), body.height()) / 2.0);
     gradient.setColorAt(0.0, colours.centre);
     gradient.setColorAt(1.0, colours.edge);
-    painter.setPen(QPen(QBrush(colours.outline), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
-    painter.setBrush(gradient);
+    const QPen outline(QBrush(colours.outline), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    const QBrush fill(gradient);
+    painter.setPen(outline);
+    painter.setBrush(fill);
     painter.drawEllipse(body);
 }
 
@@ -98,7 +100,8 @@ void paintTitle(QPainter &painter, const PastilleLook &look)
 void paintHandle(QPainter &painter, const PastilleLook &look)
 {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(255, 255, 255, look.hovered ? 220 : 180));
+    const QBrush handle(QColor(255, 255, 255, look.hovered ? 220 : 180));
+    painter.setBrush(handle);
     painter.drawRect(resizeHandle(look.size));
 }
 } // namespace

@@ -4,9 +4,11 @@
 // whether the editor is still there.
 #include "gamepaddefinder.h"
 
+#include "deletionhold.h"
 #include "gamepadmanager.h"
 #include "notice.h"
 
+#include <QtCore/QMetaProperty>
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QInputDialog>
@@ -53,7 +55,9 @@ QStringList textsOf(const QComboBox &combo)
 void GamepadDefinder::takeGamepads()
 {
     GamepadManager *manager = GamepadManager::instance();
-    const auto take = [this, manager] { setProperty("realGamepads", manager->property("gamepads")); };
+    // Not by `setProperty`, whose inline body calls what no Qt before 6.10 exports.
+    const QMetaProperty list = metaObject()->property(metaObject()->indexOfProperty("realGamepads"));
+    const auto take = [this, manager, list] { list.write(this, manager->property("gamepads")); };
     take();
     connect(manager, &GamepadManager::gamepadsChanged, this, take);
 }
@@ -161,6 +165,8 @@ void GamepadDefinder::onDeviceComboChanged(const QString &deviceName)
     const int row = m_currentRow;
     if (!isRow(row))
         return;
+    const DeletionHold hold(this); // the combo goes on after its signal
+    connect(&hold, &DeletionHold::deletionHeld, this, &GamepadDefinder::closeBoxes);
     const QPointer<GamepadDefinder> self = this;
     if (isDeviceNameTaken(deviceName, row)) {
         showNotice(this, QMessageBox::Warning, u"Association"_s,
