@@ -22,12 +22,13 @@ public:
 
     bool setData(const QModelIndex &index, const QVariant &value, int role) override
     {
+        if (!ask)
+            return CardModel::setData(index, value, role);
+        // The model may go meanwhile, and all that it holds.
         const bool refuses = refuseWrites;
-        if (ask) {
-            ask();
-            return !refuses;
-        }
-        return CardModel::setData(index, value, role);
+        const auto asking = ask;
+        asking();
+        return !refuses;
     }
 
     std::function<void()> ask;
