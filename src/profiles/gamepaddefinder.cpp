@@ -5,6 +5,7 @@
 #include "profileicon.h"
 
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
@@ -138,4 +139,11 @@ void GamepadDefinder::refreshItem(const GamepadEntry &entry)
 bool GamepadDefinder::isLive(const GamepadEntry &entry) const
 {
     return !entry.deviceName.isEmpty() && m_liveNames.contains(entry.deviceName);
+}
+
+void GamepadDefinder::closeBoxes()
+{
+    const auto boxes = findChildren<QDialog *>(Qt::FindDirectChildrenOnly);
+    for (QDialog *box : boxes)
+        box->close();
 }

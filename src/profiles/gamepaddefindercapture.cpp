@@ -10,6 +10,13 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+/// A trigger that is held brings up one question after the other over the first, each with an event loop on
+/// the stack. More than these would only help to exhaust it.
+constexpr int mostOpenQuestions = 8;
+} // namespace
+
 void GamepadDefinder::onAxisChanged(int axis, double value)
 {
     if (!isMeant(value))
@@ -58,11 +65,16 @@ void GamepadDefinder::resolvePendingInput()
         const QString device = m_boundGamepad ? m_boundGamepad->name() : QString();
         if (const auto choice = choiceFor(m_triggerChoices, device)) {
             use = *choice;
+        } else if (m_openQuestions == mostOpenQuestions) {
+            resetPendingInput();
+            return;
         } else {
             const QPointer<GamepadDefinder> self = this;
+            ++m_openQuestions;
             const TriggerAnswer answer = askTriggerUse(input, device);
             if (!self)
                 return;
+            --m_openQuestions;
             use = answer.use;
             if (answer.remember)
                 m_triggerChoices.insert(device, use);

@@ -3,6 +3,7 @@
 // run other people's code: what comes after either asks first whether the editor and the row are still there.
 #include "gamepaddefinder.h"
 
+#include "deletionhold.h"
 #include "interactiveoverlay.h"
 #include "jsonfiles.h"
 #include "notice.h"
@@ -19,6 +20,8 @@ void GamepadDefinder::onListSelectionChanged(int row)
 {
     if (row == m_currentRow)
         return;
+    const DeletionHold hold(this); // the list goes on after its signal
+    connect(&hold, &DeletionHold::deletionHeld, this, &GamepadDefinder::closeBoxes);
     const QPointer<GamepadDefinder> self = this;
     if (!flush()) {
         if (self)

@@ -1,0 +1,587 @@
+// SPDX-License-Identifier: MIT
+// The combo of gamepads, the link of a profile to one of them, and who is listened to.
+#include "editorstage.h"
+#include "gamepadmanager.h"
+#include "interactiveoverlay.h"
+#include "testmain.h"
+
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QInputDialog>
+#include <QtWidgets/QLineEdit>
+
+using namespace Qt::StringLiterals;
+using namespace stage;
+
+namespace
+{
+const QString coverage = u"Information: Couverture compl\u00c3\u00a8te: Toutes les manettes actuellement "
+                         u"connect\u00c3\u00a9es sont "
+                         u"d\u00c3\u00a9j\u00c3\u00a0 associ\u00c3\u00a9es \u00c3\u00a0 des profils."_s;
+
+/// What a person does in the combo.
+void pick(GamepadDefinder &editor, const QString &name)
+{
+    QComboBox &combo = comboOf(editor);
+    const int index = combo.findText(name);
+    QVERIFY(index >= 0);
+    combo.showPopup();
+    QAbstractItemView *view = combo.view();
+    QVERIFY(view->isVisible());
+    const QModelIndex item = combo.model()->index(index, 0);
+    view->scrollTo(item);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->visualRect(item).center());
+}
+
+/// Another thing a person does there: the first letter of a name.
+void typeIn(const GamepadDefinder &editor, Qt::Key letter)
+{
+    comboOf(editor).setFocus();
+    QTest::keyClick(&comboOf(editor), letter);
+}
+} // namespace
+
+class TestEditorAssociation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
+    void init() { startAfresh(); }
+
+    // The list of gamepads.
+
+    void constructionTakesTheManagersGamepads()
+    {
+        Pads pads;
+        pads.plug(3, u"Trois"_s);
+        pads.plug(1, u"Un"_s);
+        const GamepadDefinder editor;
+        QCOMPARE(editor.realGamepads(), GamepadManager::instance()->gamepads());
+        QCOMPARE(editor.realGamepads().size(), 2);
+        QCOMPARE(namesIn(comboOf(editor)), (QStringList{u"Trois"_s, u"Un"_s}));
+    }
+
+    void theManagersChangesAreFollowed()
+    {
+        Pads pads;
+        GamepadDefinder editor;
+        Journal journal(&editor);
+        pads.plug(0);
+        QCOMPARE(journal.take(), QStringList{u"realGamepadsChanged"_s});
+        QCOMPARE(editor.realGamepads(), GamepadManager::instance()->gamepads());
+        pads.unplug(0);
+        QCOMPARE(journal.take(), QStringList{u"realGamepadsChanged"_s});
+        QCOMPARE(editor.realGamepads().size(), 0);
+        QCOMPARE(comboOf(editor).count(), 0);
+    }
+
+    void anEqualListChangesNothing()
+    {
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        Journal journal(&editor);
+        editor.setRealGamepads(editor.realGamepads());
+        Q_EMIT GamepadManager::instance()->gamepadsChanged();
+        QCOMPARE(journal.take(), QStringList());
+        QVERIFY(editor.setProperty("realGamepads", QVariant::fromValue(GamepadManager::Gamepads())));
+        QCOMPARE(journal.take(), QStringList{u"realGamepadsChanged"_s});
+    }
+
+    void aChangedListReachesTheVirtualOperationAfterTheSignal()
+    {
+        class Watched : public GamepadDefinder
+        {
+        public:
+            QStringList told;
+
+        protected:
+            void onRealGamepadsApplied(const Gamepads &gamepads) override
+            {
+                told.append(u"applied %1"_s.arg(gamepads.size()));
+                GamepadDefinder::onRealGamepadsApplied(gamepads);
+            }
+        };
+        Pads pads;
+        Watched editor;
+        connect(&editor, &GamepadDefinder::realGamepadsChanged, &editor,
+                [&editor] { editor.told.append(u"changed %1"_s.arg(editor.realGamepads().size())); });
+        pads.plug(0);
+        QCOMPARE(editor.told, (QStringList{u"changed 1"_s, u"applied 1"_s}));
+    }
+
+    void deadGamepadsAreLeftOut()
+    {
+        const Pads pads;
+        GamepadDefinder editor;
+        QObject owner;
+        QPointer<ControlManette> dead = new ControlManette(-1, &owner);
+        QPointer<ControlManette> alive = new ControlManette(-1, &owner);
+        dead->setName(u"Morte"_s);
+        alive->setName(u"Vivante"_s);
+        GamepadManager::Gamepads gamepads{dead, alive};
+        delete dead.data();
+        editor.setRealGamepads(gamepads);
+        QCOMPARE(namesIn(comboOf(editor)), QStringList{u"Vivante"_s});
+    }
+
+    void namesStandOnceAndInOrderWithoutCase()
+    {
+        Pads pads;
+        pads.plug(0, u"beta"_s);
+        pads.plug(1, u"Gamma"_s);
+        pads.plug(2, u"Alpha"_s);
+        pads.plug(3, u"beta"_s);
+        const GamepadDefinder editor;
+        QCOMPARE(namesIn(comboOf(editor)), (QStringList{u"Alpha"_s, u"beta"_s, u"Gamma"_s}));
+    }
+
+    // What the combo shows.
+
+    void theComboHasNoEmptyRow()
+    {
+        store(1);
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        QCOMPARE(namesIn(comboOf(editor)), QStringList{u"Pad"_s});
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
+        QCOMPARE(editor.entries().at(0).deviceName, QString());
+    }
+
+    void theComboShowsTheLinkOfTheProfileOnShow()
+    {
+        store(1, {.deviceName = u"B"_s});
+        store(2, {.deviceName = u"absente"_s});
+        store(3, {.deviceName = u"a"_s});
+        Pads pads;
+        pads.plug(0, u"A"_s);
+        pads.plug(1, u"B"_s);
+        GamepadDefinder editor;
+        // Filled after the first profile was shown, by the profile's own link.
+        QCOMPARE(comboOf(editor).currentText(), u"B"_s);
+        listOf(editor).setCurrentRow(1);
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
+        listOf(editor).setCurrentRow(0);
+        QCOMPARE(comboOf(editor).currentText(), u"B"_s);
+        // Case counts here.
+        listOf(editor).setCurrentRow(2);
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
+    }
+
+    void rebuildingKeepsWhatIsShownAndTellsNobody()
+    {
+        const QString folder = store(1, {.deviceName = u"B"_s});
+        Pads pads;
+        pads.plug(1, u"B"_s);
+        GamepadDefinder editor;
+        Journal journal(&editor);
+        pads.plug(0, u"A"_s);
+        QCOMPARE(namesIn(comboOf(editor)), (QStringList{u"A"_s, u"B"_s}));
+        QCOMPARE(comboOf(editor).currentText(), u"B"_s);
+        pads.unplug(1);
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
+        pads.plug(2, u"B"_s);
+        // What was shown is gone, so the profile's link decides.
+        QCOMPARE(comboOf(editor).currentText(), u"B"_s);
+        QCOMPARE(journal.take(),
+                 (QStringList{u"realGamepadsChanged"_s, u"realGamepadsChanged"_s, u"realGamepadsChanged"_s}));
+        QCOMPARE(editor.entries().at(0).deviceName, u"B"_s);
+        QVERIFY(metaIn(folder).contains("createdAt"_L1));
+    }
+
+    void aSecondGamepadOfOneNameLeavesTheComboAlone()
+    {
+        store(1);
+        Pads pads;
+        pads.plug(0);
+        const GamepadDefinder editor;
+        QSignalSpy reset(comboOf(editor).model(), &QAbstractItemModel::rowsInserted);
+        pads.plug(1);
+        QCOMPARE(editor.realGamepads().size(), 2);
+        QCOMPARE(reset.size(), 0);
+        pads.plug(2, u"Autre"_s);
+        QVERIFY(reset.size() > 0);
+    }
+
+    // Linking.
+
+    void pickingAGamepadLinksAtOnce()
+    {
+        const QString folder = store(1, {.name = u"Un"_s});
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Autre"_s);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        addPastille(editor, u"Avec"_s);
+        Journal journal(&editor);
+        pick(editor, u"Pad"_s);
+        QCOMPARE(journal.take(), QStringList{u"device Pad"_s});
+        QCOMPARE(editor.entries().at(0).deviceName, u"Pad"_s);
+        QCOMPARE(metaIn(folder)["deviceName"_L1].toString(), u"Pad"_s);
+        QCOMPARE(titlesIn(folder), (QStringList{u"Start"_s, u"Avec"_s}));
+        QVERIFY(!editor.isDirty());
+        QVERIFY(pads.isRunning(0));
+
+        // The link can move, and the former gamepad is let go.
+        pick(editor, u"Autre"_s);
+        QCOMPARE(journal.take(), QStringList{u"device Autre"_s});
+        QCOMPARE(metaIn(folder)["deviceName"_L1].toString(), u"Autre"_s);
+        QVERIFY(!pads.isRunning(0));
+        QVERIFY(pads.isRunning(1));
+    }
+
+    void aNameOfAnotherProfileIsRefused_data()
+    {
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("same") << u"Pad"_s;
+        QTest::newRow("other case") << u"pAD"_s;
+    }
+    void aNameOfAnotherProfileIsRefused()
+    {
+        QFETCH(QString, taken);
+        const QString folder = store(1, {.deviceName = u"Autre"_s});
+        store(2, {.deviceName = taken});
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Autre"_s);
+        pads.plug(2, u"Libre"_s);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Journal journal(&editor);
+        Boxes boxes;
+        typeIn(editor, Qt::Key_P);
+        QTRY_COMPARE(
+            boxes.take(),
+            QStringList{u"Warning: Association: \u00c2\u00ab Pad \u00c2\u00bb est d\u00c3\u00a9j\u00c3\u00a0 "
+                        u"associ\u00c3\u00a9 \u00c3\u00a0 un autre profil."_s});
+        QCOMPARE(comboOf(editor).currentText(), u"Autre"_s);
+        QCOMPARE(editor.entries().at(0).deviceName, u"Autre"_s);
+        QCOMPARE(journal.take(), QStringList());
+        QVERIFY(metaIn(folder).contains("createdAt"_L1));
+    }
+
+    void aRefusedPickReturnsToALinkThatIsAway()
+    {
+        store(1, {.deviceName = u"Absente"_s});
+        store(2, {.deviceName = u"Pad"_s});
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Libre"_s);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Boxes boxes;
+        pick(editor, u"Pad"_s);
+        QCOMPARE(boxes.take().size(), 1);
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
+        QCOMPARE(editor.entries().at(0).deviceName, u"Absente"_s);
+    }
+
+    void theSameNameInOtherCaseIsAChangeOfTheLink()
+    {
+        const QString folder = store(1, {.deviceName = u"PAD"_s});
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Libre"_s);
+        GamepadDefinder editor;
+        Journal journal(&editor);
+        editor.onDeviceComboChanged(u"PAD"_s);
+        QCOMPARE(journal.take(), QStringList());
+        editor.onDeviceComboChanged(u"Pad"_s);
+        QCOMPARE(journal.take(), QStringList{u"device Pad"_s});
+        QCOMPARE(metaIn(folder)["deviceName"_L1].toString(), u"Pad"_s);
+    }
+
+    void withoutAProfileThePickIsIgnored()
+    {
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Autre"_s);
+        GamepadDefinder editor;
+        Journal journal(&editor);
+        comboOf(editor).setCurrentIndex(1);
+        QCOMPARE(journal.take(), QStringList());
+        QVERIFY(!pads.isRunning(0) && !pads.isRunning(1));
+    }
+
+    void aLinkThatCannotBeSavedStaysInMemoryAndIsBound()
+    {
+        const QString folder = store(1);
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Libre"_s);
+        GamepadDefinder editor;
+        Journal journal(&editor);
+        Boxes boxes;
+        const BlockedFile blocked(folder + "/meta.json"_L1);
+        comboOf(editor).setCurrentIndex(comboOf(editor).findText(u"Pad"_s));
+        QCOMPARE(boxes.take().size(), 1);
+        QCOMPARE(editor.entries().at(0).deviceName, u"Pad"_s);
+        QVERIFY(pads.isRunning(0));
+        QCOMPARE(journal.take(), QStringList{u"device Pad"_s});
+    }
+
+    // Binding.
+
+    void theProfileOfConstructionIsBoundOnlyWhenItIsChosenAgain()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        store(2);
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        QCOMPARE(comboOf(editor).currentText(), u"Pad"_s);
+        QVERIFY(!pads.isRunning(0));
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(!pads.isRunning(0));
+        listOf(editor).setCurrentRow(0);
+        QVERIFY(pads.isRunning(0));
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(!pads.isRunning(0));
+    }
+
+    void aGamepadThatArrivesIsNotBound()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        store(2);
+        Pads pads;
+        GamepadDefinder editor;
+        pads.plug(0);
+        QVERIFY(!pads.isRunning(0));
+        listOf(editor).setCurrentRow(1);
+        listOf(editor).setCurrentRow(0);
+        QVERIFY(pads.isRunning(0));
+    }
+
+    void aLinkInOtherCaseIsNotAmongTheLiveNames()
+    {
+        store(1);
+        store(2, {.deviceName = u"PAD"_s});
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(!pads.isRunning(0));
+    }
+
+    void ofTwoGamepadsOfOneNameTheFirstIsBound()
+    {
+        store(1);
+        store(2, {.deviceName = u"Pad"_s});
+        Pads pads;
+        pads.plug(5);
+        pads.plug(2);
+        GamepadDefinder editor;
+        QCOMPARE(namesIn(comboOf(editor)), QStringList{u"Pad"_s});
+        QCOMPARE(editor.realGamepads().at(0)->deviceId(), 5);
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(pads.isRunning(5));
+        QVERIFY(!pads.isRunning(2));
+    }
+
+    void theNewGamepadStartsBeforeTheFormerOneStops()
+    {
+        store(1);
+        store(2, {.deviceName = u"A"_s});
+        store(3, {.deviceName = u"B"_s});
+        Pads pads;
+        ControlManette *a = pads.plug(0, u"A"_s);
+        ControlManette *b = pads.plug(1, u"B"_s);
+        GamepadDefinder editor;
+        listOf(editor).setCurrentRow(1);
+        QStringList order;
+        connect(a, &ControlManette::connectedChanged, &editor, [&] { order.append(u"A"_s); });
+        connect(b, &ControlManette::connectedChanged, &editor, [&] { order.append(u"B"_s); });
+        a->setConnected(true);
+        b->setConnected(false);
+        order.clear();
+        listOf(editor).setCurrentRow(2);
+        QCOMPARE(order, (QStringList{u"B"_s, u"A"_s}));
+    }
+
+    void aGamepadThatVanishesIsUnbound()
+    {
+        store(1);
+        store(2, {.deviceName = u"Pad"_s});
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        listOf(editor).setCurrentRow(1);
+        listen(editor);
+        pads.calibrate(0);
+        pads.press(0, 3);
+        QVERIFY(triggerTimerOf(editor).isActive());
+        pads.unplug(0);
+        QVERIFY(!triggerTimerOf(editor).isActive());
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
+        // Bound anew once it is back and the row was chosen again.
+        pads.plug(0);
+        listOf(editor).setCurrentRow(0);
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(pads.isRunning(0));
+    }
+
+    // The notice that all gamepads are linked.
+
+    void fullCoverageIsSaidOnce()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        Pads pads;
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Boxes boxes;
+        pads.plug(0);
+        QCOMPARE(boxes.take(), QStringList{coverage});
+        pads.unplug(0);
+        pads.plug(0);
+        settle();
+        QCOMPARE(boxes.take(), QStringList());
+    }
+
+    void coverageNeedsEveryGamepadByItsExactName()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        store(2, {.deviceName = u"AUTRE"_s});
+        Pads pads;
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Boxes boxes;
+        pads.plug(1, u"Autre"_s);
+        pads.plug(0);
+        settle();
+        QCOMPARE(boxes.take(), QStringList());
+        pads.unplug(1);
+        QCOMPARE(boxes.take(), QStringList{coverage});
+    }
+
+    void hiddenTheEditorSaysNothingOfCoverage()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        Boxes boxes;
+        pads.unplug(0);
+        pads.plug(0);
+        settle();
+        QCOMPARE(boxes.take(), QStringList());
+        // Nor has it used up its one notice by that.
+        QVERIFY(present(editor));
+        pads.unplug(0);
+        pads.plug(0);
+        QCOMPARE(boxes.take(), QStringList{coverage});
+    }
+
+    void withoutGamepadsThereIsNoCoverage()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        Pads pads;
+        pads.plug(0, u"Libre"_s);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Boxes boxes;
+        pads.unplug(0);
+        settle();
+        QCOMPARE(boxes.take(), QStringList());
+    }
+
+    // The gamepad of a new profile.
+
+    void aNewProfileIsLinkedToAFreeGamepad()
+    {
+        store(1, {.deviceName = u"Prise"_s});
+        Pads pads;
+        pads.plug(0, u"beta"_s);
+        pads.plug(1, u"Prise"_s);
+        pads.plug(2, u"Alpha"_s);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        QStringList offered;
+        QString words;
+        bool editable = true;
+        QWidget *parent = &editor;
+        const auto chosen = created(editor, [&](QInputDialog *dialog) {
+            offered = dialog->comboBoxItems();
+            words = dialog->windowTitle() + u'|' + dialog->labelText() + u'|' + dialog->textValue();
+            editable = dialog->isComboBoxEditable();
+            parent = dialog->parentWidget();
+            dialog->setTextValue(u"beta"_s);
+            dialog->accept();
+        });
+        QCOMPARE(offered, (QStringList{u"Alpha"_s, u"beta"_s}));
+        QCOMPARE(words, u"Association manette|Choisir la manette \u00c3\u00a0 lier :|Alpha"_s);
+        QVERIFY(!editable);
+        QCOMPARE(parent, nullptr);
+        QCOMPARE(chosen, u"beta"_s);
+        QCOMPARE(comboOf(editor).currentText(), u"beta"_s);
+    }
+
+    void cancellingTheGamepadCreatesTheProfileUnlinked()
+    {
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        bool asked = false;
+        const QString chosen = created(editor, [&](QInputDialog *dialog) {
+            asked = true;
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        });
+        QVERIFY(asked);
+        QCOMPARE(editor.entries().size(), 1);
+        QCOMPARE(chosen, QString());
+    }
+
+    void withoutAFreeGamepadThatIsSaidAndTheProfileIsUnlinked()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Boxes boxes;
+        const QString chosen = created(editor, [](QInputDialog *) { QFAIL("there is nothing to choose"); });
+        QCOMPARE(
+            boxes.take(),
+            QStringList{u"Information: Association manette: Toutes les manettes connect\u00c3\u00a9es sont "
+                        u"d\u00c3\u00a9j\u00c3\u00a0 associ\u00c3\u00a9es.\nVous pouvez cr\u00c3\u00a9er un "
+                        u"profil sans "
+                        u"liaison et l\u00e2\u20ac\u2122associer plus tard."_s});
+        QCOMPARE(editor.entries().size(), 2);
+        QCOMPARE(chosen, QString());
+    }
+
+private:
+    /// Creates a profile as a person does; `gamepad` gets the dialog that offers gamepads. Returns the link
+    /// of the last profile then.
+    static QString created(GamepadDefinder &editor, const std::function<void(QInputDialog *)> &gamepad)
+    {
+        const QString picture = temporaryHome() + "/chosen.png"_L1;
+        QImage image(20, 20, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        image.save(picture);
+        const Answer<QFileDialog> file(openDialog, [&](QFileDialog *dialog) {
+            auto *edit = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
+            edit->setText(picture);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        int dialogs = 0;
+        QTimer answers;
+        answers.callOnTimeout(&answers, [&] {
+            auto *dialog = qobject_cast<QInputDialog *>(openDialog());
+            if (!dialog || !dialog->isVisible())
+                return;
+            if (++dialogs == 1)
+                QTest::keyClick(dialog, Qt::Key_Return);
+            else
+                gamepad(dialog);
+        });
+        answers.start(1);
+        editor.actionNew();
+        return editor.entries().isEmpty() ? u"none"_s : editor.entries().last().deviceName;
+    }
+};
+
+GAMEPAD_TEST_MAIN(TestEditorAssociation)
+#include "tst_editorassociation.moc"
