@@ -28,7 +28,7 @@ void judgeMessage(QtMsgType type, const QMessageLogContext &context, const QStri
 } // namespace
 
 // Qt keeps fonts and styles to the end of the process. What one input leaks is looked for after that input.
-extern "C" const char *__asan_default_options() // NOLINT(bugprone-reserved-identifier,cert-*)
+extern "C" const char *__asan_default_options()
 {
     return "leak_check_at_exit=0";
 }
