@@ -12,6 +12,14 @@ bool isCalled(const QWidget *widget, const QString &name)
     return widget->objectName() == name || widget->inherits(name.toLatin1().constData());
 }
 
+int depth(const QWidget *window)
+{
+    int depth = 0;
+    for (; window; window = window->parentWidget())
+        ++depth;
+    return depth;
+}
+
 QList<QWidget *> shownInside(QWidget *widget)
 {
     QList<QWidget *> shown;
@@ -29,12 +37,13 @@ QWidget *windowOnTop()
         return dialog;
     if (QWidget *active = QApplication::activeWindow())
         return active;
-    QWidget *last = nullptr;
+    // Without a window manager none is active; a window stands above the one that it belongs to.
+    QWidget *top = nullptr;
     for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->isWindow() && window->windowType() == Qt::Window)
-            last = window;
+        if (window->isVisible() && window->windowType() == Qt::Window && depth(window) >= depth(top))
+            top = window;
     }
-    return last;
+    return top;
 }
 
 QList<QWidget *> widgetsInReach()

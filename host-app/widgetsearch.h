@@ -6,8 +6,8 @@
 
 class QWidget;
 
-/// The window that takes clicks now: the open dialog, or the active window, or the one that was made last.
-/// Null when none is shown.
+/// The window that takes clicks now: the open dialog, or the active window, or the one that belongs to the
+/// others. Null when none is shown.
 [[nodiscard]] QWidget *windowOnTop();
 
 /// The shown widgets that take clicks now, those of the window on top first.

@@ -3,6 +3,8 @@
 
 using namespace Qt::StringLiterals;
 
+// The cells of the profiles' list are wider than the list, by a margin of their pictures that nobody has to
+// scroll to.
 QString shellSheet()
 {
     return uR"(
@@ -43,7 +45,6 @@ QListWidget {
     color: #E8F0F5;
     border: 1px solid #2A4456;
     border-radius: 14px;
-    padding: 6px;
     outline: none;
 }
 QListWidget::item { border-radius: 8px; padding: 4px; }
@@ -79,5 +80,15 @@ QPushButton {
 QPushButton:hover { background: #243544; }
 QPushButton:pressed { background: #1D2B36; }
 QPushButton:disabled { color: #8FA7B6; }
+
+QScrollBar:vertical { background: transparent; width: 10px; margin: 0px; }
+QScrollBar:horizontal { background: transparent; height: 10px; margin: 0px; }
+QScrollBar::handle { background: #2A4456; border: none; border-radius: 4px; margin: 1px; }
+QScrollBar::handle:vertical { min-height: 24px; }
+QScrollBar::handle:horizontal { min-width: 24px; }
+QScrollBar::handle:hover { background: #2F4F63; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QListWidget#listWidget QScrollBar:horizontal { height: 0px; }
 )"_s;
 }
