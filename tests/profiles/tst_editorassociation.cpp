@@ -252,7 +252,7 @@ private Q_SLOTS:
         Journal journal(&editor);
         Boxes boxes;
         typeIn(editor, Qt::Key_P);
-        QTRY_COMPARE(
+        QCOMPARE(
             boxes.take(),
             QStringList{u"Warning: Association: \u00c2\u00ab Pad \u00c2\u00bb est d\u00c3\u00a9j\u00c3\u00a0 "
                         u"associ\u00c3\u00a9 \u00c3\u00a0 un autre profil."_s});
