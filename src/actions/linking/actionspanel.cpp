@@ -10,6 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+constexpr int largestWidth = 230; // the picture has more to show
+constexpr int hintLines = 2;      // reserved, so that the list keeps its height when an action is armed
+
 QString idleHint()
 {
     return u"Cliquez une action puis appuyez sur un bouton."_s;
@@ -75,9 +78,17 @@ ActionsPanel::ActionsPanel(QWidget *parent)
 {
     setObjectName(u"mappingActionsPanel"_s);
     setStyleSheet(panelSheet());
+    setMaximumWidth(largestWidth);
     m_actionsList->setObjectName(u"mappingActionsList"_s);
     m_actionsList->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_actionsList->setWordWrap(true);
+    m_actionsList->setResizeMode(QListView::Adjust);
+    m_actionsList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_hintLabel->setWordWrap(true);
+    m_hintLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_hintLabel->setMinimumHeight(hintLines * m_hintLabel->fontMetrics().lineSpacing());
+    // A name without a blank in it would make the panel as wide as itself.
+    m_hintLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 8);

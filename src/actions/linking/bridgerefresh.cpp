@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-QJsonObject refreshedBridge(QJsonObject bridge, const FunctionIndex &actions)
+QJsonObject refreshedBridge(const QJsonObject &bridge, const FunctionIndex &actions)
 {
     const QString name = bridgeActionName(bridge);
     const QJsonObject action = actions.find(name);
@@ -18,11 +18,12 @@ QJsonObject refreshedBridge(QJsonObject bridge, const FunctionIndex &actions)
     if (tasks.isEmpty())
         return bridge;
 
-    bridge["dst"_L1] = tasks;
-    bridge["action"_L1] = name;
+    QJsonObject refreshed = bridge;
+    refreshed["dst"_L1] = tasks;
+    refreshed["action"_L1] = name;
     if (args.isEmpty())
-        bridge.remove("args"_L1);
-    return bridge;
+        refreshed.remove("args"_L1);
+    return refreshed;
 }
 } // namespace
 

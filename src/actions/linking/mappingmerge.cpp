@@ -29,7 +29,7 @@ QJsonArray oldTasks(const QJsonArray &bridges, const QJsonObject &bridge)
     return {};
 }
 
-QJsonObject withOldTail(QJsonObject bridge, const QJsonArray &oldBridges)
+QJsonObject withOldTail(const QJsonObject &bridge, const QJsonArray &oldBridges)
 {
     if (!bridge["action"_L1].toString().trimmed().isEmpty())
         return bridge;
@@ -39,22 +39,24 @@ QJsonObject withOldTail(QJsonObject bridge, const QJsonArray &oldBridges)
     QJsonArray tasks = bridge["dst"_L1].toArray();
     for (qsizetype i = 1; i < old.size(); ++i)
         tasks.append(old.at(i));
-    bridge["dst"_L1] = tasks;
-    return bridge;
+    QJsonObject merged = bridge;
+    merged["dst"_L1] = tasks;
+    return merged;
 }
 } // namespace
 
-QJsonObject mergedMapping(QJsonObject document, const QJsonArray &bridges)
+QJsonObject mergedMapping(const QJsonObject &document, const QJsonArray &bridges)
 {
-    for (const auto part : {"signals"_L1, "onStartup"_L1, "onClose"_L1, "timers"_L1}) {
-        if (!document.contains(part))
-            document.insert(part, QJsonArray());
-    }
-
     const QJsonArray oldBridges = document["bridges"_L1].toArray();
-    QJsonArray merged;
+    QJsonArray newBridges;
     for (const QJsonValue &bridge : bridges)
-        merged.append(bridge.isObject() ? withOldTail(bridge.toObject(), oldBridges) : bridge);
-    document["bridges"_L1] = merged;
-    return document;
+        newBridges.append(bridge.isObject() ? withOldTail(bridge.toObject(), oldBridges) : bridge);
+
+    QJsonObject merged = document;
+    for (const auto part : {"signals"_L1, "onStartup"_L1, "onClose"_L1, "timers"_L1}) {
+        if (!merged.contains(part))
+            merged.insert(part, QJsonArray());
+    }
+    merged["bridges"_L1] = newBridges;
+    return merged;
 }

@@ -45,7 +45,9 @@ void LinkerStage::clickAction(const QString &name)
     QCOMPARE(items.size(), 1);
     list().scrollToItem(items.constFirst());
     QVERIFY(panel().isVisible());
-    click(*list().viewport(), list().visualItemRect(items.constFirst()).center());
+    // Not in the middle, which lies outside where a name is longer than the list is wide.
+    const QRect rect = list().visualItemRect(items.constFirst());
+    click(*list().viewport(), QPoint(rect.left() + 20, rect.center().y()));
 }
 
 QJsonArray LinkerStage::configs()
@@ -125,13 +127,15 @@ QJsonObject overlayOf(const QStringList &titles)
 {
     QJsonArray nodes;
     double x = 0.02;
+    double y = 0.4;
     for (const QString &title : titles) {
         nodes.append(QJsonObject{
             {u"title"_s, title},
             {u"pastille"_s, QJsonObject{{u"x"_s, x}, {u"y"_s, 0.1}, {u"w"_s, 0.1}, {u"h"_s, 0.1}}},
-            {u"toolbox"_s, QJsonObject{{u"x"_s, x}, {u"y"_s, 0.5}, {u"w"_s, 0.3}, {u"h"_s, 0.1}}},
+            {u"toolbox"_s, QJsonObject{{u"x"_s, x}, {u"y"_s, y}, {u"w"_s, 0.4}, {u"h"_s, 0.1}}},
         });
         x += 0.15;
+        y += 0.15;
     }
     return {{u"type"_s, u"InteractiveOverlay"_s}, {u"version"_s, 2}, {u"nodes"_s, nodes}};
 }
