@@ -61,6 +61,7 @@ int main(int argc, char *argv[])
     addRunningPadsPairs(suite);
     addProfileLookupPairs(suite);
     addCardPairs(suite);
+    addBridgeRefreshPairs(suite);
 
     RatioTable table(!quick);
     if (benchmark::RunSpecifiedBenchmarks(&table, filterFrom(argc, argv)) == 0) {

@@ -8,3 +8,4 @@ void addTickPairs(const Suite &suite);
 void addRunningPadsPairs(const Suite &suite);
 void addProfileLookupPairs(const Suite &suite);
 void addCardPairs(const Suite &suite);
+void addBridgeRefreshPairs(const Suite &suite);
