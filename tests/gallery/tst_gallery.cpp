@@ -7,7 +7,11 @@
 #include "interactiveoverlay.h"
 #include "testmain.h"
 
+#include <QtGui/QCursor>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QScrollBar>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,14 +27,16 @@ struct Part
     qsizetype atLeast; ///< pixels
 };
 
-/// Shows the scene, waits until the screen shows every part, and keeps the picture.
+/// Shows the scene, waits until the screen shows every part and rests, and keeps the picture.
 QImage pictureOf(QWidget &scene, const QString &name, const QList<Part> &parts)
 {
     QImage image;
     const auto isWhole = [&] {
-        image = photographOf(scene);
-        return std::ranges::all_of(
-            parts, [&](const Part &part) { return pixelsOf(image, part.colour) >= part.atLeast; });
+        scene.repaint(); // whole, since gradients that are painted piece by piece differ by a rounding
+        const QImage before = std::exchange(image, photographOf(scene));
+        return image == before && std::ranges::all_of(parts, [&](const Part &part) {
+                   return pixelsOf(image, part.colour) >= part.atLeast;
+               });
     };
     if (!QTest::qWaitFor(isWhole)) {
         for (const Part &part : parts)
@@ -57,7 +63,11 @@ class TestGallery : public QObject
 
 private Q_SLOTS:
     // A picture that is not as it should be is a warning, and every warning fails.
-    void init() { failOnUnexpectedWarnings(); }
+    void init()
+    {
+        failOnUnexpectedWarnings();
+        QCursor::setPos(0, 0); // nothing is shown as under the pointer
+    }
 
     void pastilles()
     {
@@ -124,6 +134,10 @@ private Q_SLOTS:
     {
         const auto scene = taskCardScene();
         show(*scene);
+        const auto combos = scene->findChildren<QComboBox *>();
+        QCOMPARE(combos.size(), 2);
+        for (const QComboBox *combo : combos)
+            QTRY_VERIFY(combo->parentWidget()->contentsRect().contains(combo->geometry()));
         // The bar at the left of each card.
         (void)pictureOf(*scene, u"task-card"_s, {{accent, 1200}});
         const auto bars = scene->findChildren<QScrollBar *>();
