@@ -61,6 +61,9 @@ int main(int argc, char *argv[])
     addRunningPadsPairs(suite);
     addProfileLookupPairs(suite);
     addCardPairs(suite);
+    addActionWidgetPairs(suite);
+    addOverlayLoadPairs(suite);
+    addOverlayMappingPairs(suite);
     addBridgeRefreshPairs(suite);
 
     RatioTable table(!quick);

@@ -13,6 +13,8 @@ constexpr double roundSeconds = 0.0005;
 /// Processor time is what a crowded machine disturbs least.
 double secondsOf(const Side &side, int calls)
 {
+    if (side.prepare)
+        side.prepare();
     const std::clock_t begin = std::clock();
     side.run(calls);
     return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;

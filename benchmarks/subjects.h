@@ -8,4 +8,7 @@ void addTickPairs(const Suite &suite);
 void addRunningPadsPairs(const Suite &suite);
 void addProfileLookupPairs(const Suite &suite);
 void addCardPairs(const Suite &suite);
+void addOverlayLoadPairs(const Suite &suite);
+void addOverlayMappingPairs(const Suite &suite);
+void addActionWidgetPairs(const Suite &suite);
 void addBridgeRefreshPairs(const Suite &suite);
