@@ -30,6 +30,14 @@ void drawLiveFrame(QPainter &painter, const QRect &rect)
     // The pen is as wide to the inside as to the outside, and all of it has to lie on the icon.
     painter.drawRect(rect.adjusted(2, 2, -3, -3));
 }
+
+/// The same in a selected row, too: a tint of the selection would take the meaning from the frame's green.
+QIcon untinted(const QPixmap &pixmap)
+{
+    QIcon icon(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected);
+    return icon;
+}
 } // namespace
 
 QPixmap readPicture(const QString &path)
@@ -43,7 +51,7 @@ QIcon makeItemIcon(const QString &picturePath, const QSize &size, bool live)
 {
     const QPixmap picture = readPicture(picturePath);
     if (picture.isNull())
-        return QIcon(placeholder(size));
+        return untinted(placeholder(size));
 
     QPixmap icon(size);
     icon.fill(Qt::white);
@@ -54,5 +62,5 @@ QIcon makeItemIcon(const QString &picturePath, const QSize &size, bool live)
     if (live)
         drawLiveFrame(painter, icon.rect());
     painter.end();
-    return QIcon(icon);
+    return untinted(icon);
 }

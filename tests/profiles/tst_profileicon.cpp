@@ -111,6 +111,14 @@ private Q_SLOTS:
         QCOMPARE(count(painted(pictureOf(QSize(200, 140), Qt::red), false), green), 0);
     }
 
+    void aSelectedIconHasTheSameColours()
+    {
+        for (const QString &path : {pictureOf(QSize(200, 140), Qt::red), QString()}) {
+            const QIcon icon = makeItemIcon(path, iconSize, true);
+            QCOMPARE(icon.pixmap(iconSize, QIcon::Selected).toImage(), icon.pixmap(iconSize).toImage());
+        }
+    }
+
     void withoutAPictureThereIsADarkPlaceholder_data()
     {
         QTest::addColumn<QByteArray>("content");
