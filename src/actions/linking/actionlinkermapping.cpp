@@ -6,6 +6,7 @@
 #include "gamepadmanager.h"
 #include "heldconfigs.h"
 #include "interactiveoverlay.h"
+#include "knownnames.h"
 #include "makepath.h"
 #include "mappingfile.h"
 #include "mappingmerge.h"
@@ -52,7 +53,7 @@ void ActionLinker::loadMapping()
     QString error;
     const QJsonObject mapping = readMappingFile(path, &ok, &error);
     if (ok)
-        m_overlay->applyMapping(mapping);
+        m_overlay->applyMapping(withKnownNames(mapping, m_externalServices));
     else
         qWarning() << "[ActionLinker] mapping load failed:" << error;
 }
@@ -74,7 +75,7 @@ void ActionLinker::mirrorServices()
     const QJsonObject mapping = currentMapping();
     const HeldConfigs held(*m_overlay);
     m_overlay->setExternalServices(m_externalServices);
-    m_overlay->applyMapping(mapping);
+    m_overlay->applyMapping(withKnownNames(mapping, m_externalServices));
     held.giveBack();
 }
 

@@ -150,6 +150,28 @@ private Q_SLOTS:
         QCOMPARE(bridges, object(stored)["bridges"_L1].toArray());
     }
 
+    void anActionInAnotherCaseIsTheSameAction()
+    {
+        stage().show(oneProfile, {}, titles);
+        takeActions(someActions());
+        QJsonArray actions = someActions();
+        QJsonObject renamed = actions[0].toObject();
+        renamed["name"_L1] = u"a"_s;
+        actions[0] = renamed;
+        takeActions(actions);
+        QCOMPARE(storedMapping(), object(stored));
+        stage().overlay().applyActionToTitle(u"C"_s, u"but_9"_s);
+        stage().save();
+        QCOMPARE(storedBridges()[0]["action"_L1].toString(), u"a"_s);
+        QCOMPARE(storedBridges()[0]["args"_L1].toObject(), object("{'speed':42}"));
+        QCOMPARE(storedBridges()[0]["dst"_L1].toArray(), array("[{'ref':'F','args':{'p':42},'when':'W'}]"));
+        // Another profile's binding that no change of the actions has touched.
+        writeMapping("{'bridges':[{'src':{'stringKey':'but_1'},'action':'A','args':{'speed':7},'dst':[]}]}",
+                     otherProfile);
+        stage().show(otherProfile, {}, titles);
+        QCOMPARE(stage().configs()[0].toObject(), object("{'ref':'a','action':'a','args':{'speed':7}}"));
+    }
+
     void aChangedStepReachesTheStoredTasksAndTheNextSaveGivesTheSame()
     {
         stage().show(oneProfile, {}, titles);

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "knownnames.h"
+
+#include "functionindex.h"
+
+#include <QtCore/QSet>
+
+using namespace Qt::StringLiterals;
+
+QJsonObject withKnownNames(const QJsonObject &mapping, const QJsonArray &actions)
+{
+    QSet<QString> exact;
+    for (const QJsonValue &action : actions)
+        exact.insert(action["name"_L1].toString());
+    const FunctionIndex index(actions);
+
+    QJsonArray bridges = mapping["bridges"_L1].toArray();
+    bool differs = false;
+    for (qsizetype i = 0; i < bridges.size(); ++i) {
+        QJsonObject bridge = bridges.at(i).toObject();
+        const QString name = bridge.value("action"_L1).toString().trimmed();
+        const QString known = exact.contains(name) ? QString() : index.find(name)["name"_L1].toString();
+        if (known.isEmpty())
+            continue;
+        bridge["action"_L1] = known;
+        bridges[i] = bridge;
+        differs = true;
+    }
+    if (!differs)
+        return mapping;
+    QJsonObject spelled = mapping;
+    spelled["bridges"_L1] = bridges;
+    return spelled;
+}
