@@ -142,6 +142,29 @@ private Q_SLOTS:
         QCOMPARE(stage->exportBridges()["bridges"_L1][0]["dst"_L1].toArray(), QJsonArray{deep});
     }
 
+    void nodesMayShareAnIdentity()
+    {
+        const QString id = u"6f1c0d9e-8a53-4f2b-9d2f-0c5a6f8e1b77"_s;
+        QJsonArray nodes;
+        for (int i = 0; i < 3; ++i) {
+            QJsonObject node = nodeAt(i, u"joy_%1"_s.arg(i));
+            node[u"id"_s] = id;
+            nodes.append(node);
+        }
+        OverlayStage stage;
+        QVERIFY(stage->fromJson(documentOf(nodes)));
+        for (const TouchArea *area : stage.pastilles())
+            QCOMPARE(area->id().toString(QUuid::WithoutBraces), id);
+        // Only the one that is meant goes.
+        stage->removePastille(stage.pastille(1));
+        stage.deleteRetired();
+        QCOMPARE(stage.titles(), QStringList({u"joy_0"_s, u"joy_2"_s}));
+        const QJsonObject saved = stage->toJson();
+        QVERIFY(stage->fromJson(saved));
+        stage.deleteRetired();
+        QCOMPARE(stage->toJson(), saved);
+    }
+
     void anyTypeMayStandAnywhereInADocument()
     {
         const QJsonObject good = object(
