@@ -49,6 +49,18 @@ private Q_SLOTS:
         QVERIFY(hears(0));
     }
 
+    void thePanelThatComesAndGoesChangesNothingWorthSaving()
+    {
+        stage().show(oneProfile, u"Pad"_s, {u"but_3"_s, u"joy_1"_s});
+        QTRY_VERIFY(stage().overlay().width() > 500);
+        const int wide = stage().overlay().width();
+        stage().plug(u"Pad"_s);
+        QTRY_VERIFY(stage().overlay().width() < wide);
+        stage().unplug();
+        QTRY_COMPARE(stage().overlay().width(), wide);
+        QVERIFY(!stage().saveTimer().isActive());
+    }
+
     void aNameIsTheSameInAnotherCase()
     {
         stage().plug(u"Pad ÉTÉ"_s);

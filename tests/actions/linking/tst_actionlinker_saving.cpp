@@ -253,15 +253,28 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(mappingPath()));
     }
 
+    void theHostMayCloseTheWindowWhenItIsTold_data()
+    {
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("of a save") << u"save"_s;
+        QTest::newRow("of a save ahead of new actions") << u"actions"_s;
+        QTest::newRow("of refreshed bridges") << u"refresh"_s;
+    }
+
     void theHostMayCloseTheWindowWhenItIsTold()
     {
+        QFETCH(const QString, reason);
         ControlManette &device = stage().plug(u"Pad"_s);
         stage().show(oneProfile, u"Pad"_s, {u"but_3"_s});
         bind(u"C"_s, u"but_3"_s);
+        const QPointer<ActionLinker> linker(&stage().linker());
         connect(&device, &IComInterface::noCodeAppChanged, this, [this] { stage().closeLinker(); });
-        // The pending save comes first here, and the linker goes with it.
-        stage()->setExternalServices({});
-        QCOMPARE(storedBridges().size(), 1);
+        if (reason == u"actions"_s)
+            linker->setExternalServices({});
+        else if (reason == u"refresh"_s)
+            linker->refreshBridgesFromActions(someActions());
+        QTRY_VERIFY(!linker);
+        QCOMPARE(QFile::exists(mappingPath()), reason != u"refresh"_s);
     }
 
     void everyProfileFollowsAChangedActionAtOnce()
