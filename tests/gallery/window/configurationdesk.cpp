@@ -41,7 +41,8 @@ QByteArray metaOf(const QString &id, const ConfigurationDesk::Profile &profile)
 
 ConfigurationDesk::ConfigurationDesk()
 {
-    stage::startAfresh();
+    stage::startAfresh(); // first, since the manager looks for gamepads as soon as it is there
+    m_pads = std::make_unique<stage::Pads>();
 }
 
 ConfigurationDesk::~ConfigurationDesk() = default;

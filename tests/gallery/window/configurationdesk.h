@@ -35,7 +35,7 @@ public:
     void store(const Profile &profile);
     /// What `actions.json` holds.
     void store(const QJsonArray &actions);
-    stage::Pads &pads() { return m_pads; }
+    stage::Pads &pads() { return *m_pads; }
 
     /// Shows the window, served with the functions of the example host. False where it does not appear.
     [[nodiscard]] bool open(const QSize &size = {1023, 772});
@@ -52,7 +52,7 @@ public:
     void clickButton(const QString &text);
 
 private:
-    stage::Pads m_pads;
+    std::unique_ptr<stage::Pads> m_pads;
     int m_stored = 0;
     std::unique_ptr<ManetteConfigurationWidget> m_window;
     QTabWidget *m_tabs = nullptr;

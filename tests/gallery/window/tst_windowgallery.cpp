@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr QColor connected(0, 180, 0);           ///< the frame of a profile whose gamepad is there
-constexpr QColor noPicture(Qt::darkGray);        ///< what the list shows for a picture that is missing
+constexpr QColor noPicture(128, 128, 128);       ///< what the list shows for a picture that is missing
 constexpr QColor armed(0x2F, 0x7A, 0x43);        ///< the action that the next input takes
 constexpr QColor chosenAction(0x24, 0x41, 0x52); ///< the action that the designer shows
 constexpr QColor cardBar(0x5B, 0xBF, 0xD1);      ///< left edge of a step
@@ -95,8 +95,9 @@ void storeMany(ConfigurationDesk &desk)
     for (int i = 1; i <= 30; ++i) {
         QJsonArray tasks;
         for (int step = 1; step <= i % 8; ++step)
-            tasks.append(QJsonObject{{u"ref"_s, u"motor.setSpeed"_s},
-                                     {u"args"_s, QJsonObject{{u"motor"_s, step}, {u"percent"_s, 12.5 * step}}}});
+            tasks.append(
+                QJsonObject{{u"ref"_s, u"motor.setSpeed"_s},
+                            {u"args"_s, QJsonObject{{u"motor"_s, step}, {u"percent"_s, 12.5 * step}}}});
         actions.append(QJsonObject{{u"name"_s, u"Drive %1"_s.arg(i)}, {u"tasks"_s, tasks}});
     }
     desk.store(actions);
@@ -190,7 +191,8 @@ private Q_SLOTS:
 
     void longNames()
     {
-        const QString longName = u"A rather long name that somebody gave without thinking of lists, number "_s;
+        const QString longName =
+            u"A rather long name that somebody gave without thinking of lists, number "_s;
         ConfigurationDesk desk;
         desk.store({.name = longName + u'1', .deviceName = pad});
         desk.store({.name = longName + u'2'});
