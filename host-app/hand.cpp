@@ -173,7 +173,16 @@ void Hand::attempt()
     }
     // A dialog that the gesture opens runs an event loop of its own, in which the answer then goes out.
     QTimer::singleShot(0, this, move.act);
-    QTimer::singleShot(0, this, [this] { Q_EMIT done({}); });
+    QTimer::singleShot(0, this, [this, menu = QPointer(QApplication::activePopupWidget())] { answer(menu); });
+}
+
+// A menu lets the chosen entry flash before it closes, and only then does whoever opened it act.
+void Hand::answer(const QPointer<QWidget> &menu)
+{
+    if (menu && menu->isVisible() && m_gesture.startsWith("press"_L1))
+        QTimer::singleShot(retryMs, this, [this, menu] { answer(menu); });
+    else
+        QTimer::singleShot(0, this, [this] { Q_EMIT done({}); });
 }
 
 Hand::Move Hand::plan(const QString &gesture)

@@ -3,11 +3,14 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtCore/QTimer>
 
 #include <chrono>
 #include <functional>
+
+class QWidget;
 
 /// Works whatever window this process shows as a person would, with events of mouse and keys. It knows
 /// widgets by what Qt tells of them, so it serves the windows of every plugin. One gesture is one line:
@@ -38,6 +41,7 @@ Q_SIGNALS:
 
 private:
     void attempt();
+    void answer(const QPointer<QWidget> &menu);
     /// What to do for the gesture, or why it cannot be done yet.
     struct Move
     {

@@ -47,6 +47,7 @@ int runUnattended(VirtualBench &bench, const Places &places)
             return 1;
         }
     }
+    out << "\nThe document that the host runs for the profile:\n" << road.document();
     out << u"\nAll %1 steps happened. Pictures of the host's window: %2"_s.arg(number).arg(places.output)
         << Qt::endl;
     return 0;

@@ -3,6 +3,7 @@
 
 #include "hostprocess.h"
 #include "padshape.h"
+#include "stepresult.h"
 
 #include <QtCore/QString>
 
@@ -21,13 +22,6 @@ struct RoadSetup
     QString pictures; ///< a picture of the host's window goes here after each step; empty for none
 };
 
-/// What came of one step.
-struct StepResult
-{
-    bool happened = false;
-    QString words; ///< what the host received; or, when the step did not happen, what was waited for
-};
-
 /// The product's main job from end to end: a virtual pad, SFML's own code, the built plugin in a host that
 /// knows only the contract. Each step acts as a person does and then waits for what the host receives. The
 /// steps build on each other: run them in order, and none after one that did not happen.
@@ -37,8 +31,9 @@ public:
     struct Step
     {
         const char *title;
-        const char *picture; ///< name of its picture without suffix
+        const char *picture; ///< name of its picture without suffix; none for null
         StepResult (Road::*run)();
+        const char *camera = "screenshot"; ///< the host's command for its picture
     };
 
     Road(VirtualPad &pad, RoadSetup setup);
@@ -46,6 +41,9 @@ public:
     [[nodiscard]] static std::span<const Step> steps();
     /// Runs the step and takes its picture.
     StepResult run(const Step &step);
+    /// What the host runs for the profile that the road makes: the document on disk; empty before there is
+    /// one.
+    [[nodiscard]] QByteArray document() const;
 
 private:
     StepResult startHost();
@@ -58,6 +56,14 @@ private:
     StepResult releaseButton();
     StepResult pullOut();
     StepResult returnPad();
+    StepResult openWindow();
+    StepResult makeProfile();
+    StepResult learnButton();
+    StepResult composeAction();
+    StepResult bindButton();
+    StepResult fireBridge();
+    StepResult takeSnapshot();
+    StepResult exportCopy();
     StepResult restart();
     StepResult useAfterRestart();
     StepResult endHost();
@@ -67,10 +73,14 @@ private:
     [[nodiscard]] HostProcess::Condition held(const QString &key, double value) const;
     StepResult awaitRest();
     [[nodiscard]] int selectedDevice() const;
+    [[nodiscard]] QString hand(const QStringList &gestures);
+    [[nodiscard]] QString profileFile(const QString &name) const;
+    StepResult awaitFiring(const QString &key, qsizetype from);
 
     VirtualPad &m_pad;
     RoadSetup m_setup;
     std::unique_ptr<HostProcess> m_host;
+    QString m_profile;          ///< folder of the profile that the road makes
     qsizetype m_selectedAt = 0; ///< line from which on the present device's own lines come
 };
 
