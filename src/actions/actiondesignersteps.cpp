@@ -19,7 +19,13 @@ void ActionDesignerWidget::addStep(const QJsonObject &task)
         step.block->applyConfig(task);
     m_steps.append(step);
     m_stepsLayout->addWidget(step.row);
-    placeTabStops(m_steps.size() - 1);
+}
+
+void ActionDesignerWidget::endSteps()
+{
+    // Steps are younger than the button below them, and Qt orders tab stops by age.
+    if (!m_steps.isEmpty())
+        setTabOrder(m_steps.last().deleteButton, m_addStepButton);
 }
 
 void ActionDesignerWidget::clearSteps()

@@ -22,7 +22,7 @@ namespace
 {
 // Far beyond what a person writes. A document of a hundred thousand steps would keep the host busy for
 // minutes, so that what lies behind these is kept as it was found and not shown.
-constexpr qsizetype mostShownSteps = 500;
+constexpr qsizetype mostShownSteps = 200;
 } // namespace
 
 ActionDesignerWidget::ActionDesignerWidget(QWidget *parent)
@@ -93,6 +93,7 @@ void ActionDesignerWidget::onActionNameEdited(const QString &name)
 void ActionDesignerWidget::onAddStep()
 {
     addStep({});
+    endSteps();
     reveal(m_steps.last().row);
     noteEdit();
 }
@@ -150,6 +151,7 @@ void ActionDesignerWidget::loadAction(int index)
         else if (task.isObject())
             addStep(task.toObject());
     }
+    endSteps();
 }
 
 void ActionDesignerWidget::appendAction(const QJsonObject &action)

@@ -58,6 +58,7 @@ private:
     [[nodiscard]] bool isAction(int index) const { return index >= 0 && index < m_actions.size(); }
 
     void addStep(const QJsonObject &task);
+    void endSteps();
     void clearSteps();
     void connectStep(const StepRow &step);
     void deleteStep(const QWidget *row);
@@ -87,5 +88,5 @@ private:
     QString m_storagePath;
     int m_selectedIndex = -1;
     bool m_updating = false; // the widgets are being filled: what they emit is no edit
-    QTimer m_saveTimer;
+    QTimer m_saveTimer{this};
 };
