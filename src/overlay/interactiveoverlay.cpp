@@ -18,6 +18,10 @@ namespace
 constexpr QPoint boxOffset(120, 20);
 constexpr int connectorGap = 6;
 constexpr double connectorWidth = 2.0;
+
+/// Qt paints siblings by a recursion that goes a level deeper for each of them, some 300 bytes of stack. What
+/// is beyond this is kept and saved, but not shown, so that no document takes the host down.
+constexpr qsizetype mostShown = 5000;
 } // namespace
 
 InteractiveOverlay::InteractiveOverlay(QWidget *parent)
@@ -83,8 +87,10 @@ TouchArea *InteractiveOverlay::addPastille(const QPoint &centre, const QString &
         shown = u"Bouton %1"_s.arg(m_nextTitleIndex++);
     area->setTitle(shown);
     box->setHeaderText(u"Action"_s);
-    box->show();
-    area->show();
+    if (m_nodes.size() < mostShown) {
+        box->show();
+        area->show();
+    }
 
     const QRect pic = picture();
     if (!pic.isEmpty()) {
