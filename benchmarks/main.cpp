@@ -64,6 +64,7 @@ int main(int argc, char *argv[])
     addActionWidgetPairs(suite);
     addOverlayLoadPairs(suite);
     addOverlayMappingPairs(suite);
+    addDesignerPairs(suite);
     addBridgeRefreshPairs(suite);
 
     RatioTable table(!quick);

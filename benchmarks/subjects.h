@@ -12,3 +12,4 @@ void addOverlayLoadPairs(const Suite &suite);
 void addOverlayMappingPairs(const Suite &suite);
 void addActionWidgetPairs(const Suite &suite);
 void addBridgeRefreshPairs(const Suite &suite);
+void addDesignerPairs(const Suite &suite);
