@@ -60,6 +60,7 @@ int main(int argc, char *argv[])
     addTickPairs(suite);
     addRunningPadsPairs(suite);
     addProfileLookupPairs(suite);
+    addProfileListPairs(suite);
     addCardPairs(suite);
     addActionWidgetPairs(suite);
     addOverlayLoadPairs(suite);

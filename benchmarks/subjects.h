@@ -7,6 +7,7 @@ class Suite;
 void addTickPairs(const Suite &suite);
 void addRunningPadsPairs(const Suite &suite);
 void addProfileLookupPairs(const Suite &suite);
+void addProfileListPairs(const Suite &suite);
 void addCardPairs(const Suite &suite);
 void addOverlayLoadPairs(const Suite &suite);
 void addOverlayMappingPairs(const Suite &suite);
