@@ -62,6 +62,7 @@ int main(int argc, char *argv[])
     addProfileLookupPairs(suite);
     addProfileListPairs(suite);
     addCardPairs(suite);
+    addSnapshotPairs(suite);
     addActionWidgetPairs(suite);
     addOverlayLoadPairs(suite);
     addOverlayMappingPairs(suite);
