@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "functioncombobox.h"
 
+#include "chevron.h"
 #include "functionlistmodel.h"
 
 #include <QtGui/QFontMetrics>
@@ -10,21 +11,6 @@
 #include <QtWidgets/QStyleOptionComboBox>
 #include <QtWidgets/QStylePainter>
 #include <QtWidgets/QStyledItemDelegate>
-
-namespace
-{
-// A style sheet that draws the combo's frame draws no arrow without a picture.
-void paintChevron(QPainter *painter, const QPoint &centre, const QColor &colour)
-{
-    const QPointF middle = centre.toPointF();
-    const QPointF corners[] = {middle + QPointF(-4, -1.5), middle + QPointF(0, 2.5),
-                               middle + QPointF(4, -1.5)};
-    painter->setRenderHint(QPainter::Antialiasing);
-    const QPen pen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-    painter->setPen(pen);
-    painter->drawPolyline(corners, 3);
-}
-} // namespace
 
 FunctionComboBox::FunctionComboBox(FunctionListModel *model, QWidget *parent)
     : QComboBox(parent)

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "gamepaddefinder.h"
 
+#include "devicecombobox.h"
 #include "interactiveoverlay.h"
 #include "profileicon.h"
+#include "profileitemdelegate.h"
 
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QListWidget>
@@ -92,7 +93,7 @@ void GamepadDefinder::setUpForm()
     m_listWidget->setMaximumWidth(200);
     layout->addWidget(m_listWidget, 2, 0, 2, 1);
 
-    m_comboBoxVendorId = new QComboBox(this);
+    m_comboBoxVendorId = new DeviceComboBox(this);
     m_comboBoxVendorId->setObjectName(u"comboBoxVendorId"_s);
     layout->addWidget(m_comboBoxVendorId, 2, 1, 1, 1);
 
@@ -114,6 +115,7 @@ void GamepadDefinder::setUpList()
     m_listWidget->setUniformItemSizes(true);
     m_listWidget->setSelectionMode(QAbstractItemView::SingleSelection);
     m_listWidget->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_listWidget->setItemDelegate(new ProfileItemDelegate(m_listWidget));
 }
 
 void GamepadDefinder::appendEntry(const GamepadEntry &entry)

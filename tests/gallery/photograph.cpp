@@ -7,6 +7,9 @@
 #include <QtGui/QScreen>
 #include <QtWidgets/QWidget>
 
+#include <algorithm>
+#include <span>
+
 using namespace Qt::StringLiterals;
 
 QImage photographOf(const QWidget &window)
@@ -18,13 +21,19 @@ QImage photographOf(const QWidget &window)
         .convertToFormat(QImage::Format_RGB32);
 }
 
+namespace
+{
+std::span<const QRgb> rowOf(const QImage &image, int y)
+{
+    return {reinterpret_cast<const QRgb *>(image.constScanLine(y)), static_cast<size_t>(image.width())};
+}
+} // namespace
+
 qsizetype pixelsOf(const QImage &image, const QColor &colour)
 {
     qsizetype count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            count += image.pixel(x, y) == colour.rgb() ? 1 : 0;
-    }
+    for (int y = 0; y < image.height(); ++y)
+        count += std::ranges::count(rowOf(image, y), colour.rgb());
     return count;
 }
 
@@ -32,8 +41,12 @@ qsizetype coloursIn(const QImage &image)
 {
     QSet<QRgb> colours;
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            colours.insert(image.pixel(x, y));
+        QRgb last = 0; // no pixel of a photograph: those are opaque
+        for (const QRgb pixel : rowOf(image, y)) {
+            if (pixel != last)
+                colours.insert(pixel);
+            last = pixel;
+        }
     }
     return colours.size();
 }

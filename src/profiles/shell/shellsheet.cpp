@@ -81,6 +81,36 @@ QPushButton:hover { background: #243544; }
 QPushButton:pressed { background: #1D2B36; }
 QPushButton:disabled { color: #8FA7B6; }
 
+QMenu {
+    background: #1A2A36;
+    color: #E8F0F5;
+    border: 1px solid #2A4456;
+    padding: 4px;
+}
+QMenu::item { padding: 5px 24px 5px 12px; border-radius: 8px; }
+QMenu::item:selected { background: #2F4F63; }
+QMenu::item:disabled { color: #8FA7B6; background: transparent; }
+QMenu::separator { background: #2A4456; height: 1px; margin: 4px 8px; }
+
+QMessageBox, QInputDialog { background: #1A2A36; color: #E8F0F5; }
+QMessageBox QLabel, QInputDialog QLabel, QMessageBox QCheckBox { background: transparent; color: #E8F0F5; }
+QMessageBox QCheckBox::indicator {
+    background: #10202B;
+    border: 1px solid #8FA7B6;
+    border-radius: 3px;
+    width: 13px;
+    height: 13px;
+}
+QMessageBox QCheckBox::indicator:checked { background: #5BBFD1; }
+QInputDialog QLineEdit {
+    background: #10202B;
+    color: #E8F0F5;
+    border: 1px solid #2A4456;
+    border-radius: 8px;
+    padding: 5px 8px;
+    selection-background-color: #2F4F63;
+}
+
 QScrollBar:vertical { background: transparent; width: 10px; margin: 0px; }
 QScrollBar:horizontal { background: transparent; height: 10px; margin: 0px; }
 QScrollBar::handle { background: #2A4456; border: none; border-radius: 4px; margin: 1px; }

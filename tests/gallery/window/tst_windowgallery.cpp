@@ -67,6 +67,19 @@ void takePicture(const QWidget &window, const QString &name, const QList<Part> &
         qWarning("the picture could not be kept");
 }
 
+/// The smallest rectangle around all pixels of the colour.
+QRect boundsOf(const QImage &image, const QColor &colour)
+{
+    QRect bounds;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) == colour.rgb())
+                bounds |= QRect(x, y, 1, 1);
+        }
+    }
+    return bounds;
+}
+
 QWidget *openMenu()
 {
     return QApplication::activePopupWidget();
@@ -141,6 +154,11 @@ private Q_SLOTS:
         desk.pads().plug(0, pad);
         QVERIFY(desk.open());
         takePicture(desk.window(), u"configuration"_s, {{connected, 2000}, none(noPicture)});
+        // The frame is whole: it has its right side, and the shape of the picture.
+        const QRect frame = boundsOf(photographOf(desk.window()), connected);
+        QCOMPARE(photographOf(desk.window()).pixelColor(frame.right(), frame.center().y()), connected);
+        QVERIFY2(qAbs(frame.width() * 140 - frame.height() * 200) < 400,
+                 qPrintable(u"%1 by %2"_s.arg(frame.width()).arg(frame.height())));
         desk.turnTo(u"Mapping"_s);
         takePicture(desk.window(), u"mapping"_s, {none(armed)});
         desk.turnTo(u"Action designer"_s);
