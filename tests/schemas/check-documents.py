@@ -5,12 +5,13 @@
 Every JSON file below each FOLDER is judged by the schema that its place calls for. It fails when a document
 does not fit, when a JSON file has no place, and when a kind that is needed was not there: a folder in which
 there is nothing to see is no success. --samples judges the schemas themselves and what samples.json says
-that they take and refuse.
+that they take and refuse; --page judges the examples on a page of the documentation.
 """
 import argparse
 import copy
 import json
 import pathlib
+import re
 import sys
 
 import jsonschema
@@ -113,6 +114,22 @@ def check_tree(judge, folder, seen):
     return problems
 
 
+def check_page(judge, page, seen):
+    """Judges each block of JSON on a page by the schema that was linked last before it."""
+    problems = []
+    pattern = re.compile(r"schemas/(\w+)\.schema\.json|^```json\n(.*?)^```", re.DOTALL | re.MULTILINE)
+    kind = None
+    for found in pattern.finditer(page.read_text(encoding="utf-8")):
+        if found[1]:
+            kind = found[1]
+            continue
+        wrong = judge.problems(kind, strictly(found[2])) if kind else ["no schema is linked before it"]
+        problems += [f"{page}, example of {kind}: {problem}" for problem in wrong]
+        if not wrong:
+            seen[kind] = seen.get(kind, 0) + 1
+    return problems
+
+
 def changed(document, change):
     """A copy with one place set or taken away, {"set": "/a/0/b", "to": ...} or {"drop": "/a"}, or another whole."""
     if "whole" in change:
@@ -155,9 +172,10 @@ def main():
     parser.add_argument("folder", nargs="*", type=pathlib.Path, metavar="FOLDER")
     parser.add_argument("--need", action="append", metavar="KIND",
                         help="a kind that must be there, once or more; without it, all that the plugin writes")
+    parser.add_argument("--page", action="append", default=[], type=pathlib.Path, help="a page with examples")
     parser.add_argument("--samples", action="store_true", help="judge the schemas and their samples")
     arguments = parser.parse_args()
-    if not arguments.folder and not arguments.samples:
+    if not (arguments.folder or arguments.page or arguments.samples):
         parser.error("nothing to check")
 
     judge = Judge()
@@ -167,7 +185,9 @@ def main():
         if not folder.is_dir():
             problems.append(f"{folder}: there is no such folder")
         problems += check_tree(judge, folder, seen)
-    if arguments.folder:
+    for page in arguments.page:
+        problems += check_page(judge, page, seen)
+    if arguments.folder or arguments.page:
         needed = arguments.need or WRITTEN
         problems += [f"no {kind} document fits, or none was there" for kind in needed if not seen.get(kind)]
 
