@@ -4,6 +4,7 @@
 #include <QtCore/QEvent>
 
 #include <algorithm>
+#include <utility>
 
 OverlayLines::OverlayLines(QWidget *parent)
     : QWidget(parent)

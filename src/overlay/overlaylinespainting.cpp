@@ -7,8 +7,8 @@
 
 namespace
 {
-/// What a scaled picture may hold beyond the widget that shows it. A narrow picture that covers a wide
-/// widget is scaled to hundreds of times its size, nearly all of it cut away.
+/// The most that a scaled picture may hold. A narrow picture that covers a wide widget is scaled to hundreds
+/// of times its size, nearly all of it cut away.
 constexpr qint64 mostScaledPixels = qint64{64} * 1024 * 1024;
 
 void paintCover(QPainter &painter, const QPixmap &picture, const QSize &widget)
@@ -17,7 +17,7 @@ void paintCover(QPainter &painter, const QPixmap &picture, const QSize &widget)
     if (qint64{covered.width()} * covered.height() <= mostScaledPixels) {
         const QPixmap scaled =
             picture.scaled(widget, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
-        painter.drawPixmap(centredIn(scaled.size(), widget).topLeft(), scaled);
+        painter.drawPixmap(centredIn(scaled.size(), widget), scaled);
         return;
     }
     const QRectF shown = toPicture(QRect(QPoint(0, 0), widget), covered);
@@ -44,19 +44,14 @@ void OverlayLines::paintPicture(QPainter &painter) const
     if (m_backgroundPixmap.isNull()) {
         return;
     }
-    const QRect covered = pictureRect(m_backgroundPixmap.size(), m_backgroundScaleMode, size());
-    switch (m_backgroundScaleMode) {
-    case BackgroundScaleMode::Stretch:
-    case BackgroundScaleMode::Contain:
-        painter.drawPixmap(covered, m_backgroundPixmap);
-        break;
-    case BackgroundScaleMode::Cover:
+    if (m_backgroundScaleMode == BackgroundScaleMode::Cover) {
         paintCover(painter, m_backgroundPixmap, size());
-        break;
-    case BackgroundScaleMode::Center:
-        painter.drawPixmap(covered.topLeft(), m_backgroundPixmap);
-        break;
+        return;
     }
+    // Into a rectangle in every mode: at a point, a picture that Qt took for a dense one by its name, as in
+    // "pad@2x.png", would be drawn at half its size.
+    painter.drawPixmap(pictureRect(m_backgroundPixmap.size(), m_backgroundScaleMode, size()),
+                       m_backgroundPixmap);
 }
 
 void OverlayLines::paintLine(QPainter &painter, const OverlayLine &line) const

@@ -62,6 +62,15 @@ private Q_SLOTS:
                  "backgroundScaleModeChanged"_ba);
     }
 
+    void theModeIsItsNumberToo()
+    {
+        OverlayLines canvas;
+        QCOMPARE(canvas.property("backgroundScaleMode").toInt(), 1);
+        QVERIFY(canvas.setProperty("backgroundScaleMode", 3));
+        QCOMPARE(canvas.backgroundScaleMode(), Center);
+        QCOMPARE(canvas.property("backgroundScaleMode").toInt(), 3);
+    }
+
     void thePictureIsAnnouncedEachTime()
     {
         WatchedCanvas stage;

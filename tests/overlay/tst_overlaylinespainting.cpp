@@ -197,6 +197,16 @@ private Q_SLOTS:
         }
     }
 
+    void aDensePictureIsPaintedLikeAnyOther()
+    {
+        // What Qt makes of a file whose name ends in "@2x".
+        QPixmap dense = quarters({20, 10});
+        dense.setDevicePixelRatio(2.0);
+        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center}) {
+            QCOMPARE(picture(dense, mode, QSize(41, 33)), picture(quarters({20, 10}), mode, QSize(41, 33)));
+        }
+    }
+
     void aNarrowPictureCoversAWideWidget()
     {
         // Scaled whole, it would take 600 by 12,000,000 pixels.
