@@ -342,6 +342,14 @@ private Q_SLOTS:
         QTest::newRow("state") << Change([](TouchArea *p) { p->setActive(true); });
         QTest::newRow("edit mode") << Change([](TouchArea *p) { p->setEditMode(false); });
         QTest::newRow("shape") << Change([](TouchArea *p) { p->setFreeAspect(true); });
+        QTest::newRow("the pointer comes") << Change([](TouchArea *p) {
+            QEnterEvent event({5, 5}, {5, 5}, {5, 5});
+            QApplication::sendEvent(p, &event);
+        });
+        QTest::newRow("the pointer leaves") << Change([](TouchArea *p) {
+            QEvent event(QEvent::Leave);
+            QApplication::sendEvent(p, &event);
+        });
     }
 
     void theWidgetRepaintsWhenItChanges()

@@ -286,6 +286,35 @@ private Q_SLOTS:
         stage.release(body + QPoint(11, 11));
     }
 
+    void aReleaseOutOfEditModeEndsNoDrag()
+    {
+        PastilleStage stage;
+        stage.press(body);
+        stage.pastille()->setEditMode(false);
+        stage.release(body);
+        QCOMPARE(stage.cursor(), Qt::PointingHandCursor);
+        stage.pastille()->setEditMode(true);
+        // Another button brings the pastille moves of the mouse.
+        stage.press(body, Qt::MiddleButton);
+        stage.moveTo(body + QPoint(11, 11));
+        stage.release(body + QPoint(11, 11), Qt::MiddleButton);
+        QCOMPARE(stage.pastille()->geometry(), QRect(111, 91, 56, 56));
+        QCOMPARE(stage.takeJournal(), QStringList({u"moved"_s}));
+
+        // A press at the handle meanwhile: the resizing wins, and a release ends both.
+        stage.press(stage.handle());
+        stage.moveTo(stage.handle() + QPoint(4, 4));
+        QCOMPARE(stage.pastille()->geometry(), QRect(111, 91, 60, 60));
+        QCOMPARE(stage.takeJournal(), QStringList({u"resized"_s}));
+        stage.release(stage.handle());
+        QCOMPARE(stage.cursor(), Qt::OpenHandCursor);
+        stage.press(body + QPoint(11, 11), Qt::MiddleButton);
+        stage.moveTo(body + QPoint(22, 22));
+        stage.release(body + QPoint(22, 22), Qt::MiddleButton);
+        QCOMPARE(stage.takeJournal(), QStringList());
+        QCOMPARE(stage.pastille()->geometry(), QRect(111, 91, 60, 60));
+    }
+
     void aStateChangesNothingAboutMoving_data()
     {
         QTest::addColumn<TouchArea::State>("state");
