@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "jsontext.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
 
@@ -8,6 +10,12 @@ inline QJsonObject documentOf(const QJsonArray &nodes)
 {
     using namespace Qt::StringLiterals;
     return {{u"type"_s, u"InteractiveOverlay"_s}, {u"version"_s, 2}, {u"nodes"_s, nodes}};
+}
+
+/// The same from text, with double quotes written as single ones.
+inline QJsonObject documentWith(const QByteArray &nodes, const QByteArray &more = "'version':2")
+{
+    return object("{'type':'InteractiveOverlay'," + more + ",'nodes':" + nodes + "}");
 }
 
 /// The node at position `i` in rows of a hundred.

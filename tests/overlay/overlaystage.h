@@ -3,6 +3,7 @@
 
 #include "interactiveoverlay.h"
 #include "jsontext.h"
+#include "nodedocument.h"
 #include "pastillestage.h"
 
 #include <QtCore/QCoreApplication>
@@ -74,8 +75,7 @@ public:
 
     void load(const QByteArray &nodes)
     {
-        QJsonObject json = object("{'type':'InteractiveOverlay','version':2,'nodes':" + nodes + "}");
-        QVERIFY(m_overlay->fromJson(json));
+        QVERIFY(m_overlay->fromJson(documentWith(nodes)));
         deleteRetired();
     }
 
@@ -108,6 +108,13 @@ private:
     bool m_exposed = false;
     int m_dirty = 0;
 };
+
+inline QPixmap bluePicture(int width, int height)
+{
+    QPixmap pixmap(width, height);
+    pixmap.fill(Qt::darkBlue);
+    return pixmap;
+}
 
 /// A catalogue with functions that take an axis, a button, both and neither.
 inline QJsonArray someFunctions()
