@@ -7,23 +7,24 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-QJsonObject refreshedBridge(const QJsonObject &bridge, const FunctionIndex &actions)
+/// Nothing where there is no action to rebuild it from.
+std::optional<QJsonObject> rebuiltBridge(const QJsonObject &bridge, const FunctionIndex &actions)
 {
     const QString name = bridgeActionName(bridge);
     const QJsonObject action = actions.find(name);
     if (action.isEmpty())
-        return bridge;
+        return std::nullopt;
     const QJsonObject args = bridge["args"_L1].toObject();
     const QJsonArray tasks = buildTaskList(action, args);
     if (tasks.isEmpty())
-        return bridge;
+        return std::nullopt;
 
-    QJsonObject refreshed = bridge;
-    refreshed["dst"_L1] = tasks;
-    refreshed["action"_L1] = name;
+    QJsonObject rebuilt = bridge;
+    rebuilt["dst"_L1] = tasks;
+    rebuilt["action"_L1] = name;
     if (args.isEmpty())
-        refreshed.remove("args"_L1);
-    return refreshed;
+        rebuilt.remove("args"_L1);
+    return rebuilt;
 }
 } // namespace
 
@@ -46,16 +47,11 @@ QString bridgeActionName(const QJsonObject &bridge)
 std::optional<QJsonArray> refreshedBridges(const QJsonArray &bridges, const FunctionIndex &actions)
 {
     QJsonArray refreshed;
-    bool differs = false;
-    for (const QJsonValue &element : bridges) {
-        if (!element.isObject()) {
-            refreshed.append(element);
-            continue;
-        }
-        const QJsonObject bridge = element.toObject();
-        const QJsonObject now = refreshedBridge(bridge, actions);
-        differs = differs || now != bridge;
-        refreshed.append(now);
+    bool anyRebuilt = false;
+    for (const QJsonValue &bridge : bridges) {
+        const auto rebuilt = bridge.isObject() ? rebuiltBridge(bridge.toObject(), actions) : std::nullopt;
+        anyRebuilt = anyRebuilt || rebuilt;
+        refreshed.append(rebuilt ? QJsonValue(*rebuilt) : bridge);
     }
-    return differs ? std::optional(refreshed) : std::nullopt;
+    return anyRebuilt ? std::optional(refreshed) : std::nullopt;
 }

@@ -14,6 +14,6 @@
 [[nodiscard]] QString bridgeActionName(const QJsonObject &bridge);
 
 /// `bridges` with the tasks that their actions have now. A bridge of an action that is not among `actions`,
-/// or has no tasks, stays as it is. Nothing where no bridge differs.
+/// or has no tasks, stays as it is. Nothing where that is true of all of them.
 [[nodiscard]] std::optional<QJsonArray> refreshedBridges(const QJsonArray &bridges,
                                                          const FunctionIndex &actions);

@@ -18,7 +18,7 @@
 /// `error`; both can be null.
 [[nodiscard]] QJsonObject readMappingFile(const QString &path, bool *ok, QString *error);
 
-/// Gives the bridges of every profile below `root` the tasks that `actions` have now. A file is written only
-/// where that changes something; one that cannot be read or written does not keep the others from it. Here
-/// blanks around a `config` do not count.
+/// Gives the bridges of every profile below `root` the tasks that `actions` have now. A file is written where
+/// any of them found its action, alike or not; one that cannot be read or written does not keep the others
+/// from it. Here blanks around a `config` do not count.
 void refreshMappings(const QString &root, const QJsonArray &actions);

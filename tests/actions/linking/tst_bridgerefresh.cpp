@@ -62,6 +62,8 @@ private Q_SLOTS:
         QTest::newRow("other keys of the bridge stay")
             << "{'action':'B','dst':[],'note':'mine','args':{'x':null}}"_ba
             << "{'action':'B','dst':[{'ref':'G'}],'note':'mine','args':{'x':null}}"_ba;
+        QTest::newRow("what is up to date counts as well")
+            << "{'action':'B','dst':[{'ref':'G'}]}"_ba << "{'action':'B','dst':[{'ref':'G'}]}"_ba;
     }
 
     void aBridgeIsRefreshed()
@@ -71,14 +73,13 @@ private Q_SLOTS:
         const auto refreshed = refreshedBridges({object(before)}, actions());
         QVERIFY(refreshed);
         QCOMPARE(*refreshed, QJsonArray{object(after)});
-        QVERIFY2(!refreshedBridges(*refreshed, actions()), "a second time changed it once more");
+        QVERIFY2(refreshedBridges(*refreshed, actions()) == refreshed, "a second time changed it once more");
     }
 
     void aBridgeStays_data()
     {
         QTest::addColumn<QByteArray>("bridge");
 
-        QTest::newRow("up to date") << "{'action':'B','dst':[{'ref':'G'}]}"_ba;
         QTest::newRow("of no action") << "{'dst':[{'when':false}]}"_ba;
         QTest::newRow("of an action that is gone")
             << "{'action':' Gone ','args':{},'dst':[{'ref':'old'}]}"_ba;
@@ -86,8 +87,6 @@ private Q_SLOTS:
             << "{'action':'Empty','args':{},'dst':[{'when':false}]}"_ba;
         QTest::newRow("of an action without steps, and without arguments")
             << "{'action':'Empty','dst':[{'when':false}]}"_ba;
-        QTest::newRow("up to date, with arguments")
-            << "{'action':'A','args':{'speed':1},'dst':[{'ref':'F','args':{'p':1},'when':'W'}]}"_ba;
         QTest::newRow("a number") << "7"_ba;
         QTest::newRow("a text") << "'B'"_ba;
         QTest::newRow("nothing") << "null"_ba;

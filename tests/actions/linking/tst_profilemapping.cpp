@@ -189,12 +189,19 @@ private Q_SLOTS:
         QCOMPARE(contentOf(asItStands), stale);
     }
 
-    void aFileThatDoesNotChangeIsNotWritten_data()
+    void aFileThatIsUpToDateIsWrittenLikeTheOthers()
+    {
+        writeMeta(u"one"_s, {});
+        const QByteArray byHand = R"({ "mine": 1, "bridges": [ {"action":"B","dst":[{"ref":"G"}]} ] })";
+        const QString path = writeBelowRoot(u"one/configActionGamepad.json"_s, byHand);
+        refreshMappings(profilesRootPath(), actions());
+        QCOMPARE(contentOf(path), QJsonDocument::fromJson(byHand).toJson(QJsonDocument::Indented));
+    }
+
+    void aFileWithoutAKnownActionIsNotWritten_data()
     {
         QTest::addColumn<QByteArray>("content");
 
-        QTest::newRow("up to date, in a person's own hand")
-            << R"({ "bridges": [ {"action":"B","dst":[{"ref":"G"}]} ] })"_ba;
         QTest::newRow("no bridges") << R"({"bridges":[]})"_ba;
         QTest::newRow("bridges missing") << R"({"timers":[1]})"_ba;
         QTest::newRow("bridges that are none") << R"({"bridges":{"action":"B","dst":[]}})"_ba;
@@ -207,7 +214,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << ""_ba;
     }
 
-    void aFileThatDoesNotChangeIsNotWritten()
+    void aFileWithoutAKnownActionIsNotWritten()
     {
         QFETCH(const QByteArray, content);
         writeMeta(u"one"_s, {});
