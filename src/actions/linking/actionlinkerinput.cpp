@@ -3,34 +3,24 @@
 #include "actionlinker.h"
 
 #include "actionspanel.h"
+#include "casekey.h"
 #include "gamepadmanager.h"
-#include "inputkey.h"
+#include "inputcapture.h"
+#include "inputkeys.h"
 #include "interactiveoverlay.h"
 
 #include <QtCore/QEvent>
 
-#include <cmath>
-
-namespace
-{
-constexpr double leastPush = 40.0; // an axis at rest wanders, and must not be taken for an input
-
-bool isNamed(const ControlManette &device, const QString &name)
-{
-    return device.name().compare(name, Qt::CaseInsensitive) == 0;
-}
-} // namespace
-
 void ActionLinker::onInputButtonChanged(int button, bool pressed)
 {
     if (pressed)
-        takeInput(inputKey(false, button));
+        takeInput(buttonKey(button));
 }
 
 void ActionLinker::onInputAxisChanged(int axis, double value)
 {
-    if (std::abs(value) >= leastPush)
-        takeInput(inputKey(true, axis));
+    if (isMeant(value))
+        takeInput(axisKey(axis));
 }
 
 void ActionLinker::takeInput(const QString &key)
@@ -82,7 +72,7 @@ ControlManette *ActionLinker::findDevice(const QString &name) const
     const QList<QPointer<ControlManette>> devices =
         m_manager ? m_manager->gamepads() : GamepadManager::Gamepads();
     for (const QPointer<ControlManette> &device : devices) {
-        if (device && isNamed(*device, name))
+        if (device && equalWithoutCase(device->name(), name))
             return device;
     }
     return nullptr;

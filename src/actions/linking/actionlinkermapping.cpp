@@ -14,8 +14,11 @@
 #include "profilemapping.h"
 #include "profilesroot.h"
 
+#include <QtCore/QDebug>
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopedValueRollback>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;

@@ -210,6 +210,14 @@ private Q_SLOTS:
         QVERIFY(stage().armed());
     }
 
+    void aClickOfAnotherButtonDisarmsToo()
+    {
+        arm();
+        QTest::mouseClick(stage().window().windowHandle(), Qt::MiddleButton, Qt::NoModifier,
+                          stage().overlay().mapTo(&stage().window(), QPoint(5, 5)));
+        QVERIFY(!stage().armed());
+    }
+
     void withoutAnArmAClickChangesNothing()
     {
         stage().click(stage().overlay(), QPoint(5, 5));
