@@ -4,6 +4,7 @@
 // whether the editor is still there.
 #include "gamepaddefinder.h"
 
+#include "casekey.h"
 #include "deletionhold.h"
 #include "gamepadmanager.h"
 #include "notice.h"
@@ -20,11 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-bool sameName(const QString &a, const QString &b)
-{
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
 QStringList sortedWithoutCase(QStringList names)
 {
     std::ranges::stable_sort(
@@ -70,7 +66,8 @@ void GamepadDefinder::setRealGamepads(const Gamepads &gamepads)
     const Gamepads applied = gamepads;
     m_realGamepads = applied;
     Q_EMIT realGamepadsChanged();
-    if (self)
+    // A listener may have changed the list again, and that one is applied by now.
+    if (self && m_realGamepads == applied)
         onRealGamepadsApplied(applied);
 }
 
@@ -148,7 +145,7 @@ bool GamepadDefinder::isDeviceNameTaken(const QString &name, int exceptRow) cons
     if (name.isEmpty())
         return false;
     for (int row = 0; row < m_entries.size(); ++row) {
-        if (row != exceptRow && sameName(m_entries.at(row).deviceName, name))
+        if (row != exceptRow && equalWithoutCase(m_entries.at(row).deviceName, name))
             return true;
     }
     return false;
@@ -189,8 +186,9 @@ void GamepadDefinder::onDeviceComboChanged(const QString &deviceName)
 
 ControlManette *GamepadDefinder::findGamepadByName(const QString &name) const
 {
-    const auto found = std::ranges::find_if(
-        m_realGamepads, [&name](const auto &gamepad) { return gamepad && sameName(gamepad->name(), name); });
+    const auto found = std::ranges::find_if(m_realGamepads, [&name](const auto &gamepad) {
+        return gamepad && equalWithoutCase(gamepad->name(), name);
+    });
     return found == m_realGamepads.cend() ? nullptr : found->data();
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The combo of gamepads, the link of a profile to one of them, and who is listened to.
+// The combo of gamepads, and the link of a profile to one of them.
 #include "editorstage.h"
 #include "gamepadmanager.h"
-#include "interactiveoverlay.h"
 #include "testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -99,6 +98,22 @@ private Q_SLOTS:
                 [&editor] { editor.told.append(u"changed %1"_s.arg(editor.realGamepads().size())); });
         pads.plug(0);
         QCOMPARE(editor.told, (QStringList{u"changed 1"_s, u"applied 1"_s}));
+    }
+
+    void aListenerMayChangeTheListAgain()
+    {
+        const Pads pads;
+        GamepadDefinder editor;
+        QObject owner;
+        const QPointer<ControlManette> former = new ControlManette(-1, &owner);
+        const QPointer<ControlManette> latter = new ControlManette(-1, &owner);
+        former->setName(u"Former"_s);
+        latter->setName(u"Latter"_s);
+        connect(&editor, &GamepadDefinder::realGamepadsChanged, &owner,
+                [&] { editor.setRealGamepads({latter}); });
+        editor.setRealGamepads({former});
+        QCOMPARE(editor.realGamepads(), GamepadDefinder::Gamepads{latter});
+        QCOMPARE(namesIn(comboOf(editor)), QStringList{u"Latter"_s});
     }
 
     void deadGamepadsAreLeftOut()
@@ -223,6 +238,42 @@ private Q_SLOTS:
         QVERIFY(pads.isRunning(1));
     }
 
+    void whoIsToldOfALinkFindsItSavedAndBound()
+    {
+        const QString folder = store(1);
+        Pads pads;
+        pads.plug(0);
+        pads.plug(1, u"Libre"_s);
+        GamepadDefinder editor;
+        QStringList found;
+        connect(&editor, &GamepadDefinder::deviceSelectionChanged, &editor, [&] {
+            found = QStringList{metaIn(folder)["deviceName"_L1].toString(),
+                                pads.isRunning(0) ? u"bound"_s : u"unbound"_s};
+        });
+        comboOf(editor).setCurrentIndex(comboOf(editor).findText(u"Pad"_s));
+        QCOMPARE(found, (QStringList{u"Pad"_s, u"bound"_s}));
+    }
+
+    void anEmptyNameTakesTheLinkAway()
+    {
+        store(1);
+        const QString folder = store(2, {.deviceName = u"Pad"_s});
+        store(3);
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(pads.isRunning(0));
+        Journal journal(&editor);
+        Boxes boxes;
+        // Other profiles are without a link, too: that is no name that is taken.
+        editor.onDeviceComboChanged({});
+        QCOMPARE(boxes.take(), QStringList());
+        QCOMPARE(journal.take(), QStringList{u"device"_s + u' '});
+        QCOMPARE(metaIn(folder)["deviceName"_L1].toString(), QString());
+        QVERIFY(!pads.isRunning(0));
+    }
+
     void aNameOfAnotherProfileIsRefused_data()
     {
         QTest::addColumn<QString>("taken");
@@ -311,106 +362,6 @@ private Q_SLOTS:
         QCOMPARE(editor.entries().at(0).deviceName, u"Pad"_s);
         QVERIFY(pads.isRunning(0));
         QCOMPARE(journal.take(), QStringList{u"device Pad"_s});
-    }
-
-    // Binding.
-
-    void theProfileOfConstructionIsBoundOnlyWhenItIsChosenAgain()
-    {
-        store(1, {.deviceName = u"Pad"_s});
-        store(2);
-        Pads pads;
-        pads.plug(0);
-        GamepadDefinder editor;
-        QCOMPARE(comboOf(editor).currentText(), u"Pad"_s);
-        QVERIFY(!pads.isRunning(0));
-        listOf(editor).setCurrentRow(1);
-        QVERIFY(!pads.isRunning(0));
-        listOf(editor).setCurrentRow(0);
-        QVERIFY(pads.isRunning(0));
-        listOf(editor).setCurrentRow(1);
-        QVERIFY(!pads.isRunning(0));
-    }
-
-    void aGamepadThatArrivesIsNotBound()
-    {
-        store(1, {.deviceName = u"Pad"_s});
-        store(2);
-        Pads pads;
-        GamepadDefinder editor;
-        pads.plug(0);
-        QVERIFY(!pads.isRunning(0));
-        listOf(editor).setCurrentRow(1);
-        listOf(editor).setCurrentRow(0);
-        QVERIFY(pads.isRunning(0));
-    }
-
-    void aLinkInOtherCaseIsNotAmongTheLiveNames()
-    {
-        store(1);
-        store(2, {.deviceName = u"PAD"_s});
-        Pads pads;
-        pads.plug(0);
-        GamepadDefinder editor;
-        listOf(editor).setCurrentRow(1);
-        QVERIFY(!pads.isRunning(0));
-    }
-
-    void ofTwoGamepadsOfOneNameTheFirstIsBound()
-    {
-        store(1);
-        store(2, {.deviceName = u"Pad"_s});
-        Pads pads;
-        pads.plug(5);
-        pads.plug(2);
-        GamepadDefinder editor;
-        QCOMPARE(namesIn(comboOf(editor)), QStringList{u"Pad"_s});
-        QCOMPARE(editor.realGamepads().at(0)->deviceId(), 5);
-        listOf(editor).setCurrentRow(1);
-        QVERIFY(pads.isRunning(5));
-        QVERIFY(!pads.isRunning(2));
-    }
-
-    void theNewGamepadStartsBeforeTheFormerOneStops()
-    {
-        store(1);
-        store(2, {.deviceName = u"A"_s});
-        store(3, {.deviceName = u"B"_s});
-        Pads pads;
-        ControlManette *a = pads.plug(0, u"A"_s);
-        ControlManette *b = pads.plug(1, u"B"_s);
-        GamepadDefinder editor;
-        listOf(editor).setCurrentRow(1);
-        QStringList order;
-        connect(a, &ControlManette::connectedChanged, &editor, [&] { order.append(u"A"_s); });
-        connect(b, &ControlManette::connectedChanged, &editor, [&] { order.append(u"B"_s); });
-        a->setConnected(true);
-        b->setConnected(false);
-        order.clear();
-        listOf(editor).setCurrentRow(2);
-        QCOMPARE(order, (QStringList{u"B"_s, u"A"_s}));
-    }
-
-    void aGamepadThatVanishesIsUnbound()
-    {
-        store(1);
-        store(2, {.deviceName = u"Pad"_s});
-        Pads pads;
-        pads.plug(0);
-        GamepadDefinder editor;
-        listOf(editor).setCurrentRow(1);
-        listen(editor);
-        pads.calibrate(0);
-        pads.press(0, 3);
-        QVERIFY(triggerTimerOf(editor).isActive());
-        pads.unplug(0);
-        QVERIFY(!triggerTimerOf(editor).isActive());
-        QCOMPARE(comboOf(editor).currentIndex(), -1);
-        // Bound anew once it is back and the row was chosen again.
-        pads.plug(0);
-        listOf(editor).setCurrentRow(0);
-        listOf(editor).setCurrentRow(1);
-        QVERIFY(pads.isRunning(0));
     }
 };
 
