@@ -186,6 +186,15 @@ private Q_SLOTS:
         QCOMPARE(capture.title(), u"but_1"_s);
     }
 
+    void withNothingPendingThePastilleGoesOnWaiting()
+    {
+        Capture capture;
+        capture.resolve();
+        QCOMPARE(capture.title(), u"Start"_s);
+        QVERIFY(overlayOf(*capture.editor).listeningPastille());
+        QVERIFY(!capture.waits());
+    }
+
     void theProfileThatIsLeftTakesItsPendingInputAlong()
     {
         Capture capture;

@@ -286,6 +286,20 @@ private Q_SLOTS:
         QCOMPARE(editor.exportSnapshotsToDir(folder), -1);
     }
 
+    void theFolderIsLookedAtBeforeAnEditIsSavedAndMadeAfterIt()
+    {
+        const QString folder = store(1);
+        GamepadDefinder editor;
+        addPastille(editor, u"Neuve"_s);
+        QVERIFY(!editor.exportAllSnapshots(u" "_s, nullptr, nullptr));
+        QVERIFY(editor.isDirty());
+        QCOMPARE(titlesIn(folder), QStringList({u"Start"_s}));
+        write(outFolder(), "a file");
+        QVERIFY(!editor.exportAllSnapshots(outFolder(), nullptr, nullptr));
+        QVERIFY(!editor.isDirty());
+        QCOMPARE(titlesIn(folder), QStringList({u"Start"_s, u"Neuve"_s}));
+    }
+
     void noProfilesAreARunOfNone()
     {
         GamepadDefinder editor;
