@@ -26,6 +26,9 @@ constexpr QColor armed(0x2F, 0x7A, 0x43);        ///< the action that the next i
 constexpr QColor chosenAction(0x24, 0x41, 0x52); ///< the action that the designer shows
 constexpr QColor cardBar(0x5B, 0xBF, 0xD1);      ///< left edge of a step
 
+constexpr QColor surface(0x1A, 0x2A, 0x36); ///< ground of menus and boxes
+constexpr QColor checkBoxRim(0x8F, 0xA7, 0xB6);
+
 const QString pad = u"Flight Pad"_s;
 
 struct Part
@@ -154,11 +157,17 @@ private Q_SLOTS:
         desk.pads().plug(0, pad);
         QVERIFY(desk.open());
         takePicture(desk.window(), u"configuration"_s, {{connected, 2000}, none(noPicture)});
+        const QImage image = photographOf(desk.window());
         // The frame is whole: it has its right side, and the shape of the picture.
-        const QRect frame = boundsOf(photographOf(desk.window()), connected);
-        QCOMPARE(photographOf(desk.window()).pixelColor(frame.right(), frame.center().y()), connected);
+        const QRect frame = boundsOf(image, connected);
+        QCOMPARE(image.pixelColor(frame.right(), frame.center().y()), connected);
         QVERIFY2(qAbs(frame.width() * 140 - frame.height() * 200) < 400,
                  qPrintable(u"%1 by %2"_s.arg(frame.width()).arg(frame.height())));
+        // The combo of gamepads is seen to be one by its arrow.
+        const QComboBox &combo = stage::comboOf(desk.profiles());
+        const QRect place(combo.mapTo(&desk.window(), QPoint()), combo.size());
+        QVERIFY(coloursIn(image.copy(place.adjusted(place.width() - 30, 6, -6, -6))) > 8);
+        QVERIFY(coloursIn(image.copy(place.adjusted(place.width() - 60, 6, -36, -6))) <= 8);
         desk.turnTo(u"Mapping"_s);
         takePicture(desk.window(), u"mapping"_s, {none(armed)});
         desk.turnTo(u"Action designer"_s);
@@ -243,7 +252,7 @@ private Q_SLOTS:
         takePicture(desk.window(), u"configuration-listening"_s);
         lookAtMenu(area, area->rect().center(), [&](QMenu *menu) {
             QCOMPARE(menu->actions().size(), 6);
-            takePicture(desk.window(), u"menu-pastille"_s);
+            takePicture(desk.window(), u"menu-pastille"_s, {{surface, 10000}});
         });
     }
 
@@ -254,7 +263,7 @@ private Q_SLOTS:
         QVERIFY(desk.open());
         lookAtMenu(stage::listOf(desk.profiles()).viewport(), {90, 90}, [&](QMenu *menu) {
             QVERIFY(menu->actions().size() > 10);
-            takePicture(desk.window(), u"menu-profiles"_s);
+            takePicture(desk.window(), u"menu-profiles"_s, {{surface, 20000}});
         });
     }
 
@@ -263,7 +272,7 @@ private Q_SLOTS:
         ConfigurationDesk desk;
         QVERIFY(desk.open());
         const Dialogs dialogs({[&](QWidget *dialog) {
-            takePicture(desk.window(), u"dialog-new"_s);
+            takePicture(desk.window(), u"dialog-new"_s, {{surface, 8000}});
             QTest::keyClick(dialog, Qt::Key_Escape);
         }});
         desk.profiles().actionNew();
@@ -283,7 +292,7 @@ private Q_SLOTS:
         desk.pads().press(0, 6);
         desk.pads().move(0, 2, 90.0F);
         const Dialogs dialogs({[&](QWidget *dialog) {
-            takePicture(desk.window(), u"dialog-trigger"_s);
+            takePicture(desk.window(), u"dialog-trigger"_s, {{surface, 20000}, {checkBoxRim, 20}});
             QTest::keyClick(dialog, Qt::Key_Escape);
         }});
         QTRY_COMPARE(dialogs.answersLeft(), 0);
