@@ -21,14 +21,11 @@ QString scaleModeName(BackgroundScaleMode mode)
 BackgroundScaleMode parseScaleMode(const QString &text)
 {
     const QString name = text.trimmed().toLower();
-    if (name == "stretch"_L1) {
+    if (name == "stretch"_L1)
         return BackgroundScaleMode::Stretch;
-    }
-    if (name == "cover"_L1) {
+    if (name == "cover"_L1)
         return BackgroundScaleMode::Cover;
-    }
-    if (name == "center"_L1) {
+    if (name == "center"_L1)
         return BackgroundScaleMode::Center;
-    }
     return BackgroundScaleMode::Contain;
 }

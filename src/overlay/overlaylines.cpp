@@ -24,9 +24,8 @@ void OverlayLines::setBackgroundPixmap(const QPixmap &pixmap)
 
 void OverlayLines::setBackgroundScaleMode(BackgroundScaleMode mode)
 {
-    if (mode == m_backgroundScaleMode) {
+    if (mode == m_backgroundScaleMode)
         return;
-    }
     m_backgroundScaleMode = mode;
     update();
     Q_EMIT backgroundScaleModeChanged();
@@ -51,9 +50,8 @@ int OverlayLines::addLine(QWidget *from, QWidget *to, int gap, const QColor &col
 void OverlayLines::removeLine(int id)
 {
     const auto line = std::ranges::find(m_lines, id, &OverlayLine::id);
-    if (line == m_lines.end()) {
+    if (line == m_lines.end())
         return;
-    }
     const QPointer<QWidget> from = line->from;
     const QPointer<QWidget> to = line->to;
     m_lines.erase(line);
@@ -66,9 +64,8 @@ void OverlayLines::clearLines()
 {
     for (const OverlayLine &line : std::as_const(m_lines)) {
         for (QWidget *endpoint : {line.from.data(), line.to.data()}) {
-            if (endpoint) {
+            if (endpoint)
                 endpoint->removeEventFilter(this);
-            }
         }
     }
     m_lines.clear();
@@ -107,9 +104,8 @@ void OverlayLines::removeLinesOf(QWidget *widget)
     const auto endsAt = [widget](const OverlayLine &line) {
         return line.from == widget || line.to == widget;
     };
-    if (!widget || m_lines.removeIf(endsAt) == 0) {
+    if (!widget || m_lines.removeIf(endsAt) == 0)
         return;
-    }
     widget->removeEventFilter(this);
     update();
 }

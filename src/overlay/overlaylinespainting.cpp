@@ -34,16 +34,14 @@ void OverlayLines::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintPicture(painter);
-    for (const OverlayLine &line : std::as_const(m_lines)) {
+    for (const OverlayLine &line : std::as_const(m_lines))
         paintLine(painter, line);
-    }
 }
 
 void OverlayLines::paintPicture(QPainter &painter) const
 {
-    if (m_backgroundPixmap.isNull()) {
+    if (m_backgroundPixmap.isNull())
         return;
-    }
     if (m_backgroundScaleMode == BackgroundScaleMode::Cover) {
         paintCover(painter, m_backgroundPixmap, size());
         return;
@@ -58,9 +56,8 @@ void OverlayLines::paintLine(QPainter &painter, const OverlayLine &line) const
 {
     const QWidget *from = line.from;
     const QWidget *to = line.to;
-    if (!to || !to->isVisible()) {
+    if (!to || !to->isVisible())
         return;
-    }
     const QPoint start = from && from->isVisible() ? from->mapTo(this, startBelow(from->rect(), line.gap))
                                                    : pointAt(line.fallbackStart, size());
     const QPoint left = to->mapTo(this, leftBelow(to->rect(), line.gap));

@@ -111,7 +111,6 @@ void paintPastille(QPainter &painter, const PastilleLook &look)
     painter.setRenderHint(QPainter::Antialiasing);
     paintKeptBody(painter, look);
     paintTitle(painter, look);
-    if (look.hasHandle) {
+    if (look.hasHandle)
         paintHandle(painter, look);
-    }
 }

@@ -15,9 +15,8 @@ bool hasArea(const QRect &rect)
 /// The pixel that is nearest to a number of any size.
 int pixel(double number)
 {
-    if (std::isnan(number)) {
+    if (std::isnan(number))
         return 0;
-    }
     const double limit = farthestPixel;
     // Not std::lround: the last double below 0.5 counts as 1 here, as it does in every stored document.
     return static_cast<int>(std::clamp(number < 0 ? number - 0.5 : number + 0.5, -limit, limit));
@@ -32,9 +31,8 @@ QSize scaledSize(const QSize &size, const QSize &into, Qt::AspectRatioMode mode)
     const auto side = [](qint64 length) {
         return static_cast<int>(std::min<qint64>(length, std::numeric_limits<int>::max()));
     };
-    if (fullHeight) {
+    if (fullHeight)
         return {side(widthAtFullHeight), into.height()};
-    }
     return {into.width(), side(qint64{into.width()} * size.height() / size.width())};
 }
 } // namespace
@@ -47,9 +45,8 @@ QRect centredIn(const QSize &inner, const QSize &outer)
 
 QRect pictureRect(const QSize &pixmap, BackgroundScaleMode mode, const QSize &widget)
 {
-    if (pixmap.isEmpty() || widget.isEmpty()) {
+    if (pixmap.isEmpty() || widget.isEmpty())
         return {QPoint(0, 0), widget};
-    }
     switch (mode) {
     case BackgroundScaleMode::Stretch:
         break;
@@ -65,9 +62,8 @@ QRect pictureRect(const QSize &pixmap, BackgroundScaleMode mode, const QSize &wi
 
 QRectF toPicture(const QRect &r, const QRect &pic)
 {
-    if (!hasArea(pic)) {
+    if (!hasArea(pic))
         return {};
-    }
     const double width = pic.width();
     const double height = pic.height();
     // Subtracted as doubles, since two far corners may lie more than an int apart.
@@ -77,9 +73,8 @@ QRectF toPicture(const QRect &r, const QRect &pic)
 
 QRect fromPicture(const QRectF &n, const QRect &pic)
 {
-    if (!hasArea(pic)) {
+    if (!hasArea(pic))
         return {};
-    }
     const double width = pic.width();
     const double height = pic.height();
     return {pixel(pic.left() + n.x() * width), pixel(pic.top() + n.y() * height),

@@ -32,9 +32,8 @@ void TouchArea::setTitle(const QString &title)
 
 void TouchArea::setState(State state)
 {
-    if (state == m_state) {
+    if (state == m_state)
         return;
-    }
     const State old = std::exchange(m_state, state);
     showRestingCursor();
     update();
@@ -53,16 +52,14 @@ void TouchArea::startListening()
 
 void TouchArea::stopListening()
 {
-    if (m_state == Listening) {
+    if (m_state == Listening)
         setState(Normal);
-    }
 }
 
 void TouchArea::setFreeAspect(bool on)
 {
-    if (on == m_freeAspect) {
+    if (on == m_freeAspect)
         return;
-    }
     m_freeAspect = on;
     if (!on) {
         const int side = std::max(height(), width());

@@ -26,14 +26,12 @@ void TouchArea::contextMenuEvent(QContextMenuEvent *event)
     const QAction *deletion = menu->addAction(u"Supprimer"_s);
 
     const QAction *chosen = menu->exec(event->globalPos());
-    if (!menu) {
+    if (!menu)
         return;
-    }
     menu->deleteLater();
     // An input can be learned while the menu is open: what happens is what the entry said.
-    if (!chosen) {
+    if (!chosen)
         return;
-    }
     if (chosen == listening && listens) {
         stopListening();
     } else if (chosen == listening) {
@@ -56,7 +54,6 @@ void TouchArea::rename()
     const QString name = QInputDialog::getText(this, u"Renommer la pastille"_s, u"Nom :"_s, QLineEdit::Normal,
                                                m_title, &accepted)
                              .trimmed();
-    if (self && accepted && !name.isEmpty()) {
+    if (self && accepted && !name.isEmpty())
         setTitle(name);
-    }
 }

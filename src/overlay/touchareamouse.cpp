@@ -28,9 +28,8 @@ void TouchArea::mousePressEvent(QMouseEvent *event)
 
 void TouchArea::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (!m_editMode || event->button() != Qt::LeftButton || !(m_dragging || m_resizing)) {
+    if (!m_editMode || event->button() != Qt::LeftButton || !(m_dragging || m_resizing))
         return;
-    }
     m_dragging = false;
     m_resizing = false;
     setCursor(Qt::OpenHandCursor);
@@ -38,9 +37,8 @@ void TouchArea::mouseReleaseEvent(QMouseEvent *event)
 
 void TouchArea::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!m_editMode) {
+    if (!m_editMode)
         return;
-    }
     const QPoint delta = event->globalPosition().toPoint() - m_pressGlobalPos;
     if (m_resizing) {
         resizeBy(delta);
@@ -85,7 +83,6 @@ void TouchArea::moveBy(const QPoint &delta)
 
 void TouchArea::clampToParent()
 {
-    if (const QWidget *parent = parentWidget()) {
+    if (const QWidget *parent = parentWidget())
         setGeometry(clampedInto(geometry(), parent->rect()));
-    }
 }

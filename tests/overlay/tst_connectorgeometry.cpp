@@ -50,9 +50,8 @@ private Q_SLOTS:
 
     void theHeightOfTheStartDoesNotMatter()
     {
-        for (const int y : {-400, 80, 81, 900}) {
+        for (const int y : {-400, 80, 81, 900})
             QCOMPARE(connectorTo(QPoint(150, y), left, right, 0.1).nearCorner, right);
-        }
     }
 
     void aTargetOfOnePixelHasOneCorner()

@@ -58,9 +58,8 @@ QSet<QRgb> coloursOf(const QImage &image)
 {
     QSet<QRgb> colours;
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < image.width(); ++x)
             colours.insert(image.pixel(x, y));
-        }
     }
     return colours;
 }
@@ -71,9 +70,8 @@ QRect paintedArea(const QImage &image)
     QRect area;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            if (qAlpha(image.pixel(x, y)) != 0) {
+            if (qAlpha(image.pixel(x, y)) != 0)
                 area |= QRect(x, y, 1, 1);
-            }
         }
     }
     return area;
@@ -86,9 +84,8 @@ QImage strokes(const QSize &size, const QPen &pen, const QList<QPoint> &points)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(pen);
-    for (qsizetype i = 0; i + 1 < points.size(); ++i) {
+    for (qsizetype i = 0; i + 1 < points.size(); ++i)
         painter.drawLine(QLine(points.at(i), points.at(i + 1)));
-    }
     painter.end();
     return image.convertToFormat(QImage::Format_ARGB32);
 }
@@ -108,9 +105,8 @@ private Q_SLOTS:
 
     void nothingIsPaintedWithoutAPicture()
     {
-        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center}) {
+        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center})
             QVERIFY(paintedArea(picture(QPixmap(), mode, QSize(40, 30))).isNull());
-        }
     }
 
     void stretchFillsTheWidget()
@@ -202,9 +198,8 @@ private Q_SLOTS:
         // What Qt makes of a file whose name ends in "@2x".
         QPixmap dense = quarters({20, 10});
         dense.setDevicePixelRatio(2.0);
-        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center}) {
+        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center})
             QCOMPARE(picture(dense, mode, QSize(41, 33)), picture(quarters({20, 10}), mode, QSize(41, 33)));
-        }
     }
 
     void aNarrowPictureCoversAWideWidget()
@@ -291,9 +286,8 @@ private Q_SLOTS:
         QWidget *area = hasStart ? stage.endpoint({300, 20, 56, 56}) : nullptr;
         QWidget *box = stage.endpoint({140, 40, 120, 60});
         stage.canvas()->addLine(area, box, 6, Qt::white, 2.0);
-        if (area) {
+        if (area)
             area->hide();
-        }
         // The lead enters over the top left corner and meets the left corner of the box; nobody covers it.
         const QImage image = stage.image();
         QCOMPARE(image,

@@ -29,9 +29,8 @@ private Q_SLOTS:
         QWidget *from = stage.endpoint({10, 10, 40, 40});
         QWidget *to = stage.endpoint({200, 60, 80, 40});
         const int id = stage.canvas()->addLine(from, to, 6, Qt::red, 4.0);
-        for (const int unknown : {id + 1, 0, -1}) {
+        for (const int unknown : {id + 1, 0, -1})
             QCOMPARE(stage.paintsAfter([&] { stage.canvas()->removeLine(unknown); }), 0);
-        }
         QVERIFY(stage.isUnderlined(to, Qt::red));
     }
 

@@ -60,9 +60,8 @@ QRect changedArea(const QImage &one, const QImage &other)
     QRect area;
     for (int y = 0; y < one.height(); ++y) {
         for (int x = 0; x < one.width(); ++x) {
-            if (one.pixel(x, y) != other.pixel(x, y)) {
+            if (one.pixel(x, y) != other.pixel(x, y))
                 area |= QRect(x, y, 1, 1);
-            }
         }
     }
     return area;

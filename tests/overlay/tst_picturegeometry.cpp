@@ -82,9 +82,8 @@ private Q_SLOTS:
     {
         QFETCH(const QSize, pixmap);
         QFETCH(const QSize, widget);
-        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center}) {
+        for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center})
             QCOMPARE(pictureRect(pixmap, mode, widget), QRect(QPoint(0, 0), widget));
-        }
     }
 
     void ordinarySizesScaleAsQtScalesThem()
@@ -108,9 +107,8 @@ private Q_SLOTS:
         QCOMPARE(pictureRect(QSize(1, 32767), Cover, QSize(intMax, 1)).size(), huge);
         for (const BackgroundScaleMode mode : {Stretch, Contain, Cover, Center}) {
             for (const QSize pixmap : {QSize(1, 32767), QSize(32767, 1), QSize(1, 1)}) {
-                for (const QSize widget : {huge, QSize(intMax, 1), QSize(1, intMax)}) {
+                for (const QSize widget : {huge, QSize(intMax, 1), QSize(1, intMax)})
                     QVERIFY(cornersFitInt(pictureRect(pixmap, mode, widget)));
-                }
             }
         }
     }

@@ -55,9 +55,8 @@ private Q_SLOTS:
         const QMetaObject &meta = TouchArea::staticMetaObject;
         QList<QByteArray> names;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-            if (meta.method(i).methodType() == QMetaMethod::Signal) {
+            if (meta.method(i).methodType() == QMetaMethod::Signal)
                 names.append(meta.method(i).methodSignature());
-            }
         }
         const QList<QByteArray> expected{"activated(QUuid,QString)",
                                          "requestDelete(TouchArea*)",
@@ -100,15 +99,13 @@ private Q_SLOTS:
         const auto row = [](const QByteArray &name, TouchArea::State from, const Step &step,
                             TouchArea::State to) {
             QStringList journal;
-            if (from != to) {
+            if (from != to)
                 journal.append(u"stateChanged %1 %2"_s.arg(to).arg(from));
-            }
             QTest::newRow(name.constData()) << from << step << to << journal;
         };
         for (const auto &[name, from] : states) {
-            for (const auto &[newName, to] : states) {
+            for (const auto &[newName, to] : states)
                 row(name + ", set " + newName, from, [to](TouchArea *p) { p->setState(to); }, to);
-            }
             row(name + ", made active", from, [](TouchArea *p) { p->setActive(true); }, TouchArea::Active);
             row(name + ", made inactive", from, [](TouchArea *p) { p->setActive(false); }, TouchArea::Normal);
             row(

@@ -30,9 +30,8 @@ QWidget *openDialog()
 QStringList entries(const QMenu *menu)
 {
     QStringList texts;
-    for (const QAction *action : menu->actions()) {
+    for (const QAction *action : menu->actions())
         texts.append(action->isSeparator() ? u"-"_s : action->text());
-    }
     return texts;
 }
 
@@ -54,9 +53,8 @@ bool rightClick(PastilleStage &stage, const std::function<void(QMenu *)> &answer
 {
     bool released = false;
     const auto release = [&] {
-        if (!std::exchange(released, true)) {
+        if (!std::exchange(released, true))
             stage.release(body, Qt::RightButton);
-        }
     };
     const Answer<QMenu> menu(openPopup, [&](QMenu *open) {
         release();
@@ -101,9 +99,8 @@ private:
         // What is there is selected, so that a person types over it.
         QVERIFY(!edit->text().isEmpty());
         QCOMPARE(edit->selectedText(), edit->text());
-        if (name.isEmpty()) {
+        if (name.isEmpty())
             QTest::keyClick(edit, Qt::Key_Backspace);
-        }
         QTest::keyClicks(edit, name);
     }
 
@@ -172,9 +169,8 @@ private Q_SLOTS:
     void noMenuIsLeftBehind()
     {
         PastilleStage stage;
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 0; i < 3; ++i)
             choose(stage, u"Activer (unique, gris)"_s);
-        }
         QTRY_VERIFY(stage.pastille()->findChildren<QMenu *>().isEmpty());
     }
 

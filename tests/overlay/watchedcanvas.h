@@ -30,9 +30,8 @@ public:
     protected:
         void paintEvent(QPaintEvent *event) override
         {
-            if (event->region() == QRegion(rect())) {
+            if (event->region() == QRegion(rect()))
                 ++wholePaints;
-            }
             OverlayLines::paintEvent(event);
         }
     };
