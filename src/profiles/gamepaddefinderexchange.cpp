@@ -32,16 +32,6 @@ QString exchangeFilter()
     return u"Configuration Velor (*.velor.json)"_s;
 }
 
-void inform(QWidget *parent, const QString &title, const QString &text)
-{
-    showNotice(parent, QMessageBox::Information, title, text);
-}
-
-void warn(QWidget *parent, const QString &title, const QString &text)
-{
-    showNotice(parent, QMessageBox::Warning, title, text);
-}
-
 /// In the exchange's own format, and as text for places that hold nothing else.
 QMimeData *mimeDataOf(const QJsonObject &document)
 {
@@ -83,14 +73,14 @@ void GamepadDefinder::actionExport()
     const QJsonObject document =
         buildExchangeDocument(m_entries.at(m_currentRow), m_widgetOverlay->toJsonBytes(true));
     if (!linkedDevice(document).isEmpty()) {
-        inform(
-            this, title,
+        showNotice(
+            this, QMessageBox::Information, title,
             u"Ce profil est associÃ© Ã  une manette. Le copier/coller nâ€™est disponible que pour les profils non liÃ©s."_s);
         return;
     }
     QString error;
     if (!writeJsonFile(path, document, &error, true))
-        warn(this, title, u"Ã‰chec export : %1"_s.arg(error));
+        showNotice(this, QMessageBox::Warning, title, u"Ã‰chec export : %1"_s.arg(error));
 }
 
 void GamepadDefinder::actionCopy()
@@ -99,9 +89,10 @@ void GamepadDefinder::actionCopy()
         return;
     const GamepadEntry &entry = m_entries.at(m_currentRow);
     if (!entry.deviceName.isEmpty()) {
-        inform(this, u"Copier"_s,
-               u"Ce profil est associÃ© Ã  Â« %1 Â». Le copier/coller est rÃ©servÃ© aux profils non liÃ©s."_s
-                   .arg(entry.deviceName));
+        showNotice(
+            this, QMessageBox::Information, u"Copier"_s,
+            u"Ce profil est associÃ© Ã  Â« %1 Â». Le copier/coller est rÃ©servÃ© aux profils non liÃ©s."_s
+                .arg(entry.deviceName));
         return;
     }
     QGuiApplication::clipboard()->setMimeData(mimeDataOf(buildSavedExchangeDocument(entry)));
@@ -124,7 +115,7 @@ void GamepadDefinder::actionImport()
     QString error;
     const QJsonObject document = readJsonFile(path, &read, &error);
     if (!read) {
-        warn(this, words.title, error);
+        showNotice(this, QMessageBox::Warning, words.title, error);
         return;
     }
     importUnlinked(document, words);
@@ -143,17 +134,19 @@ void GamepadDefinder::actionPaste()
     QString error;
     if (held && held->hasFormat(exchangeFormat())) {
         if (!parseExchangeBytes(held->data(exchangeFormat()), &document, &error)) {
-            warn(this, words.title, error);
+            showNotice(this, QMessageBox::Warning, words.title, error);
             return;
         }
     } else if (held && held->hasText()) {
         // What is wrong with a text that was copied for something else is of no use to anyone.
         if (!parseExchangeBytes(held->text().toUtf8(), &document, nullptr)) {
-            warn(this, words.title, u"Le presseâ€‘papier ne contient pas de configuration Velor valide."_s);
+            showNotice(this, QMessageBox::Warning, words.title,
+                       u"Le presseâ€‘papier ne contient pas de configuration Velor valide."_s);
             return;
         }
     } else {
-        inform(this, words.title, u"Aucune configuration Velor trouvÃ©e dans le presseâ€‘papier."_s);
+        showNotice(this, QMessageBox::Information, words.title,
+                   u"Aucune configuration Velor trouvÃ©e dans le presseâ€‘papier."_s);
         return;
     }
     importUnlinked(document, words);
@@ -162,7 +155,7 @@ void GamepadDefinder::actionPaste()
 void GamepadDefinder::importUnlinked(const QJsonObject &document, const ImportWords &words)
 {
     if (!linkedDevice(document).isEmpty()) {
-        inform(this, words.title, words.linked);
+        showNotice(this, QMessageBox::Information, words.title, words.linked);
         return;
     }
     const QPointer<GamepadDefinder> self = this;
@@ -171,7 +164,7 @@ void GamepadDefinder::importUnlinked(const QJsonObject &document, const ImportWo
     if (!self)
         return;
     if (!imported)
-        warn(this, words.title, words.refused);
+        showNotice(this, QMessageBox::Warning, words.title, words.refused);
     else if (isRow(row))
         m_listWidget->setCurrentRow(row);
 }

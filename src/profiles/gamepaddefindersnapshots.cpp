@@ -29,11 +29,6 @@ QString withPngSuffix(const QString &path)
     const bool asItStands = path.trimmed().isEmpty() || !QFileInfo(path).suffix().isEmpty();
     return asItStands ? path : path + ".png"_L1;
 }
-
-void warn(QWidget *parent, const QString &title, const QString &text)
-{
-    showNotice(parent, QMessageBox::Warning, title, text);
-}
 } // namespace
 
 void GamepadDefinder::actionSnapshot()
@@ -54,9 +49,10 @@ void GamepadDefinder::actionSnapshot()
     const QPixmap picture = renderOverlaySnapshot(
         m_widgetOverlay->toJson(), m_entries.at(m_currentRow).imagePath, m_widgetOverlay->size(), &error);
     if (picture.isNull())
-        warn(this, title, u"Impossible de gÃ©nÃ©rer le snapshot : %1"_s.arg(error));
+        showNotice(this, QMessageBox::Warning, title,
+                   u"Impossible de gÃ©nÃ©rer le snapshot : %1"_s.arg(error));
     else if (!saveSnapshot(picture, path))
-        warn(this, title, u"Ã‰chec sauvegarde PNG : %1"_s.arg(path));
+        showNotice(this, QMessageBox::Warning, title, u"Ã‰chec sauvegarde PNG : %1"_s.arg(path));
 }
 
 void GamepadDefinder::actionSnapshotAll()
@@ -77,12 +73,13 @@ void GamepadDefinder::actionSnapshotAll()
         return;
     const QString reasons = errors.join(u'\n');
     if (!ran) {
-        warn(this, title, errors.isEmpty() ? u"Impossible de gÃ©nÃ©rer les snapshots."_s : reasons);
+        showNotice(this, QMessageBox::Warning, title,
+                   errors.isEmpty() ? u"Impossible de gÃ©nÃ©rer les snapshots."_s : reasons);
     } else if (errors.isEmpty()) {
         showNotice(this, QMessageBox::Information, title, u"Snapshots gÃ©nÃ©rÃ©s : %1"_s.arg(written));
     } else {
-        warn(this, title,
-             u"Snapshots gÃ©nÃ©rÃ©s : %1\nErreurs :\n%2"_s.arg(QString::number(written), reasons));
+        showNotice(this, QMessageBox::Warning, title,
+                   u"Snapshots gÃ©nÃ©rÃ©s : %1\nErreurs :\n%2"_s.arg(QString::number(written), reasons));
     }
 }
 
