@@ -89,6 +89,19 @@ private Q_SLOTS:
         QCOMPARE(boxes.take(), QStringList());
     }
 
+    void aGamepadWithoutANameIsNotCoveredByAnUnlinkedProfile()
+    {
+        store(1);
+        Pads pads;
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        Boxes boxes;
+        pads.plug(0, u""_s);
+        settle();
+        QCOMPARE(editor.realGamepads().size(), 1);
+        QCOMPARE(boxes.take(), QStringList());
+    }
+
     // The gamepad of a new profile.
 
     void aNewProfileIsLinkedToAFreeGamepad()

@@ -57,6 +57,17 @@ private Q_SLOTS:
         QCOMPARE(stage().configs(), array("[{'ref':'A','action':'A','args':{'speed':42}},{}]"));
     }
 
+    void aConfigNamesTheFileThatIsRead()
+    {
+        const QString folder = oneProfile.toString(QUuid::WithoutBraces);
+        writeMeta(folder, {{u"config"_s, u" mine.json"_s}});
+        writeMapping("{'bridges':[{'src':{'stringKey':'but_1'},'action':'A','dst':[]}]}");
+        writeBelowRoot(folder + "/ mine.json"_L1,
+                       R"({"bridges":[{"src":{"stringKey":"but_1"},"action":"C","dst":[]}]})");
+        stage().show(oneProfile, {}, {u"but_1"_s});
+        QCOMPARE(stage().refs(), QStringList{u"C"_s});
+    }
+
     void aLoadWritesNothing()
     {
         writeMapping("{'bridges':[{'src':{'stringKey':'but_1'},'action':'A','dst':[]}]}");

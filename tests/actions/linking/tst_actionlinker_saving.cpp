@@ -300,6 +300,20 @@ private Q_SLOTS:
         QCOMPARE(told.count(), 2);
     }
 
+    void whatIsOnShowIsNotReadAnewForIt()
+    {
+        writeMeta(oneProfile.toString(QUuid::WithoutBraces), {});
+        writeMapping("{'bridges':[{'src':{'stringKey':'but_3'},'action':'A','args':{'speed':1},'dst':[]}]}");
+        stage().show(oneProfile, {}, {u"but_3"_s, u"but_4"_s});
+        bind(u"C"_s, u"but_4"_s);
+        stage()->refreshBridgesFromActions(someActions());
+        QCOMPARE(stage().refs(), QStringList({u"A"_s, u"C"_s}));
+        QVERIFY(stage().saveTimer().isActive());
+        QCOMPARE(storedBridges()[0]["dst"_L1].toArray(), array("[{'ref':'F','args':{'p':1},'when':'W'}]"));
+        stage().save();
+        QCOMPARE(storedBridges().size(), 2);
+    }
+
     void withoutActionsNoFileChangesAndNobodyIsTold()
     {
         const QSignalSpy told(&stage().plug(u"Pad"_s), &IComInterface::noCodeAppChanged);
