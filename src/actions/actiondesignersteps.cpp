@@ -10,6 +10,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 void ActionDesignerWidget::addStep(const QJsonObject &task)
 {

@@ -13,7 +13,9 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -108,7 +110,8 @@ void ActionDesignerWidget::onSaveTimeout()
         makePath(QFileInfo(m_storagePath).path());
     }
     writeActions(m_storagePath, m_actions);
-    Q_EMIT actionsChanged(m_actions);
+    // A copy: who listens may edit the actions or destroy the widget, and goes on with what it was told.
+    Q_EMIT actionsChanged(actions());
 }
 
 void ActionDesignerWidget::load()

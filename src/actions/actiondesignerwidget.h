@@ -8,7 +8,6 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
-class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;

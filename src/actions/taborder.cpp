@@ -4,6 +4,7 @@
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {

@@ -152,6 +152,21 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo(userFile()).isFile());
     }
 
+    void aListenerMayEditTheActionsThatItIsTold()
+    {
+        DesignerStage stage(two());
+        stage.show();
+        qsizetype toldAfterwards = 0;
+        connect(&stage.designer(), &ActionDesignerWidget::actionsChanged, this,
+                [&](const QJsonArray &actions) {
+                    DesignerStage::click(stage.addButton());
+                    toldAfterwards = actions.size();
+                });
+        stage.saveNow();
+        QCOMPARE(toldAfterwards, 2);
+        QCOMPARE(stage.actions().size(), 3);
+    }
+
     void aListenerMayDestroyTheWidget()
     {
         DesignerStage stage(two());
