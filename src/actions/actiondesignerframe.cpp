@@ -3,6 +3,7 @@
 #include "actiondesignerwidget.h"
 
 #include "actionsheets.h"
+#include "longtext.h"
 
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QHBoxLayout>
@@ -10,7 +11,6 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QScrollArea>
-#include <QtWidgets/QStyledItemDelegate>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
@@ -18,19 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Paints the beginning of a name: measuring all of one that fills a document takes seconds.
-class NameDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    [[nodiscard]] QString displayText(const QVariant &value, const QLocale &) const override
-    {
-        constexpr qsizetype wide = 500; // characters, more than a list shows
-        return value.toString().left(wide);
-    }
-};
-
 QLabel *makeTitle(const QString &text, QWidget *parent)
 {
     auto *label = new QLabel(text, parent);
@@ -87,7 +74,7 @@ QWidget *ActionDesignerWidget::makeLeftPanel()
     // A long name ends in an ellipsis. Lines of one height spare a measure of all of them at each keystroke.
     m_actionsList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_actionsList->setUniformItemSizes(true);
-    m_actionsList->setItemDelegate(new NameDelegate(m_actionsList));
+    m_actionsList->setItemDelegate(new BeginningDelegate(m_actionsList));
     layout->addWidget(m_actionsList, 1);
 
     m_addButton = makeButton(u"+"_s, u"primaryBtn"_s, primaryButtonSheet(), panel);

@@ -45,11 +45,6 @@ void roundCorners(QWidget *window)
     painter.end();
     window->setMask(mask);
 }
-
-bool isNone(const QString &name)
-{
-    return name.compare("none"_L1, Qt::CaseInsensitive) == 0;
-}
 } // namespace
 
 ActionToolBox::ActionToolBox(QWidget *parent)
@@ -148,7 +143,7 @@ void ActionToolBox::applyConfig(const QJsonObject &config)
     int index = m_functions->indexOf(name);
     if (index < 0 && !action.isEmpty())
         index = m_functions->indexOf(action);
-    if (name.isEmpty() || (index < 0 && isNone(name))) {
+    if (name.isEmpty() || (index < 0 && namesNoFunction(name))) {
         selectNothing();
         return;
     }

@@ -2,11 +2,32 @@
 #include "argumentform.h"
 
 #include "argumenttyping.h"
+#include "longtext.h"
+
+#include <QtCore/QMap>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
+// Far beyond what a person writes. Fields for a hundred thousand parameters would keep the host busy for
+// minutes.
+constexpr qsizetype mostFields = 200;
+
+QJsonObject defaultArgs(const QList<ParamDef> &params)
+{
+    QMap<QString, QJsonValue> inOrder; // an object takes seconds to sort as many in one by one
+    for (const ParamDef &param : params)
+        inOrder.insert(param.name, parseArgumentValue(param.defaultText, param.type));
+    QJsonObject args;
+    for (auto it = inOrder.cbegin(); it != inOrder.cend(); ++it)
+        args.insert(it.key(), it.value());
+    return args;
+}
+
 void discard(QWidget *widget)
 {
     if (!widget)
@@ -33,14 +54,17 @@ ArgumentForm::ArgumentForm(const EditorTraits &traits, QWidget *parent)
 void ArgumentForm::setParams(const QList<ParamDef> &params)
 {
     clear();
-    m_fields.reserve(params.size());
-    for (const ParamDef &param : params)
+    const qsizetype shown = std::min(params.size(), mostFields);
+    m_fields.reserve(shown);
+    for (const ParamDef &param : params.first(shown))
         m_fields.append(makeField(param));
+    m_unshownArgs = defaultArgs(params.sliced(shown));
 }
 
 void ArgumentForm::clear()
 {
     const QList<ParamField> gone = std::exchange(m_fields, {});
+    m_unshownArgs = {};
     for (int row = m_layout->rowCount() - 1; row >= 0; --row) {
         // Not removeRow, which deletes the widgets at once.
         const QFormLayout::TakeRowResult items = m_layout->takeRow(row);
@@ -57,7 +81,7 @@ void ArgumentForm::clear()
 
 QJsonObject ArgumentForm::args() const
 {
-    QJsonObject args;
+    QJsonObject args = m_unshownArgs;
     for (const ParamField &field : m_fields) {
         const QString text = field.edit->text().trimmed();
         args.insert(field.param.name,
@@ -68,6 +92,10 @@ QJsonObject ArgumentForm::args() const
 
 void ArgumentForm::fill(const QJsonObject &args)
 {
+    for (auto unshown = m_unshownArgs.begin(); unshown != m_unshownArgs.end(); ++unshown) {
+        if (const auto stored = args.constFind(unshown.key()); stored != args.constEnd())
+            unshown.value() = stored.value();
+    }
     // A copy: who listens may give the form other rows.
     const QList<ParamField> fields = m_fields;
     for (const ParamField &field : fields) {
@@ -89,12 +117,13 @@ void ArgumentForm::fillFromInput(int inputKind)
 ParamField ArgumentForm::makeField(const ParamDef &param)
 {
     auto *edit = new QLineEdit(this);
-    edit->setPlaceholderText(param.defaultText.isEmpty() ? m_traits.noDefault.toString() : param.defaultText);
+    edit->setPlaceholderText(param.defaultText.isEmpty() ? m_traits.noDefault.toString()
+                                                         : beginningOf(param.defaultText));
     edit->setAccessibleName(param.name);
     connect(edit, &QLineEdit::textChanged, this, &ArgumentForm::edited);
 
     // Not the layout's own label: a name is shown as it is, without markup and without mnemonics.
-    auto *label = new QLabel(m_traits.rowLabel.arg(param.name), this);
+    auto *label = new QLabel(m_traits.rowLabel.arg(beginningOf(param.name)), this);
     label->setTextFormat(Qt::PlainText);
     label->setObjectName(m_traits.rowLabelName);
     // A form layout centres no label, but an expanding one fills its row and centres its text.

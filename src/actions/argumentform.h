@@ -27,7 +27,8 @@ class ArgumentForm : public QWidget
 public:
     explicit ArgumentForm(const EditorTraits &traits, QWidget *parent = nullptr);
 
-    /// Replaces all rows by empty fields whose defaults show as placeholders.
+    /// Replaces all rows by empty fields whose defaults show as placeholders. Parameters behind the first
+    /// 200 get no field: they keep the values that `fill` gives them.
     void setParams(const QList<ParamDef> &params);
     /// Removes all rows. The fields go when the event loop runs, since one of them may be emitting.
     void clear();
@@ -52,4 +53,5 @@ private:
     const EditorTraits m_traits;
     QFormLayout *m_layout;
     QList<ParamField> m_fields;
+    QJsonObject m_unshownArgs; // of the parameters behind the fields
 };

@@ -2,6 +2,7 @@
 #include "catalogue.h"
 
 #include "argumenttyping.h"
+#include "longtext.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QJsonObject>
@@ -51,6 +52,11 @@ FunctionDef readFunction(const QJsonObject &entry, const EditorTraits &traits)
 }
 } // namespace
 
+bool namesNoFunction(const QString &name)
+{
+    return name.compare("none"_L1, Qt::CaseInsensitive) == 0;
+}
+
 FunctionCatalogue::FunctionCatalogue()
     : m_data(new Data)
 {}
@@ -75,7 +81,7 @@ FunctionCatalogue FunctionCatalogue::read(const QJsonArray &entries, const Edito
         const auto index = static_cast<int>(data->functions.size());
         if (!data->firstOfName.contains(function.name))
             data->firstOfName.insert(function.name, index);
-        if (data->firstNone < 0 && function.name.compare("none"_L1, Qt::CaseInsensitive) == 0)
+        if (data->firstNone < 0 && namesNoFunction(function.name))
             data->firstNone = index;
         data->signatures.append(signatureText(function, traits));
         data->functions.append(std::move(function));
@@ -131,6 +137,6 @@ int FunctionCatalogue::widestSignature(const QFont &font, const QPaintDevice *de
     const QFontMetrics metrics(font, device);
     int widest = 0;
     for (const QString &signature : m_data->signatures)
-        widest = std::max(widest, metrics.boundingRect(signature).width());
+        widest = std::max(widest, metrics.boundingRect(beginningOf(signature)).width());
     return *m_data->widestByFont.insert(key, widest);
 }

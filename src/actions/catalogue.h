@@ -10,6 +10,9 @@
 class QFont;
 class QPaintDevice;
 
+/// Whether a configuration that names `name` asks for no function: "none" in any case.
+[[nodiscard]] bool namesNoFunction(const QString &name);
+
 /// The functions that an editor offers, with their signatures: read once, then shared by every copy.
 /// Duplicate names are all listed; the first of a name wins every search.
 class FunctionCatalogue
@@ -34,7 +37,7 @@ public:
     [[nodiscard]] const QString &signature(qsizetype index) const;
     /// The first function of exactly this name, or -1.
     [[nodiscard]] int indexOf(const QString &name) const;
-    /// The first function named "none" in any case, or -1.
+    /// The first function whose name means none, or -1.
     [[nodiscard]] int indexOfNone() const;
     /// How wide the widest signature is under `font` on `device`, in pixels; 0 without functions. Measured
     /// once for each font.

@@ -3,6 +3,7 @@
 
 #include "chevron.h"
 #include "functionlistmodel.h"
+#include "longtext.h"
 
 #include <QtGui/QFontMetrics>
 #include <QtGui/QScreen>
@@ -10,7 +11,9 @@
 #include <QtWidgets/QListView>
 #include <QtWidgets/QStyleOptionComboBox>
 #include <QtWidgets/QStylePainter>
-#include <QtWidgets/QStyledItemDelegate>
+
+#include <algorithm>
+#include <utility>
 
 FunctionComboBox::FunctionComboBox(FunctionListModel *model, QWidget *parent)
     : QComboBox(parent)
@@ -68,8 +71,8 @@ void FunctionComboBox::showPopup()
     // Set up no sooner than it is seen: most lists never are.
     auto *list = qobject_cast<QListView *>(view());
     if (list && !list->uniformItemSizes()) {
-        list->setUniformItemSizes(true);                      // one entry stands for the height of a thousand
-        list->setItemDelegate(new QStyledItemDelegate(list)); // the combo's own knows no style sheet
+        list->setUniformItemSizes(true);                    // one entry stands for the height of a thousand
+        list->setItemDelegate(new BeginningDelegate(list)); // the combo's own knows no style sheet
     }
     constexpr int beside = 40; // padding of an entry, frame and scroll bar
     view()->setMinimumWidth(
@@ -113,7 +116,7 @@ void FunctionComboBox::paintEvent(QPaintEvent *)
     painter.setPen(textColour());
     const auto alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
     painter.drawText(textArea, static_cast<int>(alignment) | Qt::TextSingleLine,
-                     fontMetrics().elidedText(currentText(), Qt::ElideRight, textArea.width()));
+                     fontMetrics().elidedText(beginningOf(currentText()), Qt::ElideRight, textArea.width()));
     paintChevron(&painter, part(QStyle::SC_ComboBoxArrow).center(), palette().color(QPalette::Text));
 }
 

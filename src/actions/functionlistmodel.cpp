@@ -2,9 +2,12 @@
 #include "functionlistmodel.h"
 
 #include "argumenttyping.h"
+#include "longtext.h"
 
 #include <QtGui/QColor>
 #include <QtGui/QFontMetrics>
+
+#include <algorithm>
 
 FunctionListModel::FunctionListModel(const EditorTraits &traits, QObject *parent)
     : QAbstractListModel(parent)
@@ -68,7 +71,7 @@ int FunctionListModel::widestEntry(const QFont &font, const QPaintDevice *device
     const auto width = [&metrics](const QString &text) { return metrics.boundingRect(text).width(); };
     int widest = m_filled ? width(m_traits.firstEntry.toString()) : 0;
     for (const FunctionDef &function : m_unknown)
-        widest = std::max(widest, width(signatureText(function, m_traits)));
+        widest = std::max(widest, width(beginningOf(signatureText(function, m_traits))));
     return std::max(widest, m_catalogue.widestSignature(font, device));
 }
 

@@ -3,6 +3,7 @@
 
 #include "testmain.h"
 
+#include <QtCore/QJsonArray>
 #include <QtTest/QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -73,6 +74,21 @@ private Q_SLOTS:
         QCOMPARE(form.args(), (QJsonObject{{u"speed"_s, 2.5}, {u"count"_s, 3}, {u"on"_s, u"state(a)"_s}}));
     }
 
+    void anEmptyFieldSendsItsDefaultAsIfItWereTyped()
+    {
+        ArgumentForm form(taskBlockTraits);
+        form.setParams({{u"capitals"_s, u"bool"_s, u"TRUE"_s},
+                        {u"words"_s, u"int"_s, u" many "_s},
+                        {u"endless"_s, u"double"_s, u"1e999"_s},
+                        {u"input"_s, u"double"_s, u"arg_0"_s},
+                        {u"escaped"_s, u"int"_s, uR"(state(\"a\"))"_s}});
+        QCOMPARE(form.args(), (QJsonObject{{u"capitals"_s, true},
+                                           {u"words"_s, u"many"_s},
+                                           {u"endless"_s, u"1e999"_s},
+                                           {u"input"_s, u"arg_0"_s},
+                                           {u"escaped"_s, uR"(state("a"))"_s}}));
+    }
+
     void filledFieldsFollowTheirValues()
     {
         ArgumentForm form(toolBoxTraits);
@@ -140,6 +156,43 @@ private Q_SLOTS:
         form.fill({{u"speed"_s, 1}, {u"count"_s, 2}, {u"on"_s, true}});
         runDeferred();
         QCOMPARE(form.args(), (QJsonObject{{u"count"_s, QString()}}));
+    }
+
+    void parametersBeyondWhatCanBeShownKeepTheirValues()
+    {
+        constexpr int count = 30'000; // fields for all of them would take half a minute
+        QList<ParamDef> params;
+        QJsonObject defaults;
+        for (int i = 0; i < count; ++i) {
+            params.append({u"p%1"_s.arg(i, 5, 10, QChar(u'0')), u"int"_s, QString::number(i)});
+            defaults.insert(params.last().name, i);
+        }
+        ArgumentForm form(taskBlockTraits);
+        form.setParams(params);
+        QCOMPARE(form.fields().size(), 200);
+        QCOMPARE(form.args(), defaults);
+
+        form.fill({{u"p00199"_s, 1}, {u"p00200"_s, 2}, {u"p29999"_s, QJsonArray{3}}});
+        QJsonObject expected = defaults;
+        expected[u"p00199"_s] = 1;
+        expected[u"p00200"_s] = 2;
+        expected[u"p29999"_s] = QJsonArray{3};
+        QCOMPARE(form.args(), expected);
+
+        form.setParams(params);
+        QCOMPARE(form.args(), defaults);
+        form.setParams({speed});
+        QCOMPARE(form.args(), (QJsonObject{{u"speed"_s, 0.0}}));
+    }
+
+    void textsThatFillADocumentAreShownByTheirBeginning()
+    {
+        const QString endless(10'000'000, u'w');
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({{endless, u"string"_s, endless}});
+        QVERIFY(form.fields().first().label->text().size() < 1000);
+        QVERIFY(form.fields().first().edit->placeholderText().size() < 1000);
+        QCOMPARE(form.args(), (QJsonObject{{endless, endless}}));
     }
 
     void theInputTakesTheFirstFreeFieldThatSuitsIt()

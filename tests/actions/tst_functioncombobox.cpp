@@ -2,6 +2,7 @@
 #include "functioncombobox.h"
 
 #include "functionlistmodel.h"
+#include "longtext.h"
 
 #include "entries.h"
 #include "testmain.h"
@@ -228,6 +229,21 @@ private Q_SLOTS:
         combo.hidePopup();
     }
 
+    void aSignatureThatFillsADocumentIsMeasuredByItsBeginning()
+    {
+        const QString endless(10'000'000, u'w');
+        FunctionListModel model(toolBoxTraits);
+        model.setCatalogue(FunctionCatalogue::read({function(endless)}, toolBoxTraits));
+        FunctionComboBox combo(&model);
+        const int widest = combo.sizeHint().width();
+        QVERIFY(widest < combo.fontMetrics().horizontalAdvance(endless.first(1000)));
+        model.appendUnknown(endless);
+        QCOMPARE(combo.sizeHint().width(), widest);
+        QCOMPARE(combo.itemText(1), endless);
+        QCOMPARE(BeginningDelegate().displayText(endless, QLocale()), beginningOf(endless));
+        QVERIFY(beginningOf(endless).size() < 1000);
+    }
+
     void anEndlessSignatureDoesNotFillTheScreen()
     {
         FunctionListModel model(toolBoxTraits);
@@ -240,6 +256,7 @@ private Q_SLOTS:
         combo.resize(100, 28);
         combo.showPopup();
         QTRY_VERIFY(combo.view()->isVisible());
+        QVERIFY(qobject_cast<BeginningDelegate *>(combo.view()->itemDelegate()));
         QVERIFY(combo.view()->width() <= combo.screen()->availableGeometry().width() / 2);
         combo.hidePopup();
     }
