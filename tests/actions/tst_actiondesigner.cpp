@@ -146,6 +146,23 @@ private Q_SLOTS:
         QVERIFY(stage.timer().isActive());
     }
 
+    void addingCommitsTheActionThatWasOnShow()
+    {
+        DesignerStage stage({action(u" A "_s, {3})});
+        stage.show();
+        DesignerStage::click(stage.addButton());
+        QCOMPARE(stage.actions(), (QJsonArray{action(u"A"_s), action(u"Nouvelle action"_s)}));
+    }
+
+    void deletingCommitsTheActionThatComesOnShow()
+    {
+        DesignerStage stage({action(u"A"_s), action(u" "_s, {3})});
+        stage.show();
+        DesignerStage::click(stage.deleteButton());
+        QCOMPARE(stage.listed(), QStringList{u"Action 1"_s});
+        QCOMPARE(stage.actions(), QJsonArray{action(u"Action 1"_s)});
+    }
+
     void addingToNothingShowsTheNewAction()
     {
         DesignerStage stage;

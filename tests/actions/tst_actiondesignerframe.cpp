@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "designerstage.h"
+#include "pixels.h"
 
 #include "testmain.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -39,30 +39,21 @@ void compareMargins(const QLayout &layout, int measure)
     QCOMPARE(layout.contentsMargins(), QMargins(measure, measure, measure, measure));
 }
 
-QColor pixel(QWidget &widget, const QPoint &at)
-{
-    return widget.grab().toImage().pixelColor(at);
-}
-
-// Equal up to the rounding of translucent layers.
-bool isNear(const QColor &a, const QColor &b)
-{
-    return qAbs(a.red() - b.red()) <= 2 && qAbs(a.green() - b.green()) <= 2 && qAbs(a.blue() - b.blue()) <= 2;
-}
-
-QColor over(const QColor &below, const QColor &above)
-{
-    const auto mix = [&above](int under, int upper) { return under + (upper - under) * above.alpha() / 255; };
-    return {mix(below.red(), above.red()), mix(below.green(), above.green()),
-            mix(below.blue(), above.blue())};
-}
-
 const QColor ground(0x0E1B26);
 
 QColor panelGround()
 {
     return over(ground, {15, 26, 36, 210});
 }
+
+/// The colours that tell what a button does.
+struct ButtonLooks
+{
+    QColor border;
+    QColor text;
+    QColor hoverGround;
+    QColor hoverText;
+};
 
 /// How a button looks on the window that it stands in: its ground and the middle of its upper border.
 struct Look
@@ -77,13 +68,6 @@ Look lookOf(QWidget &button)
     const QPoint corner = button.mapTo(button.window(), QPoint(0, 0));
     return {image.pixelColor(corner + QPoint(4, button.height() / 2)),
             image.pixelColor(corner + QPoint(button.width() / 2, 0))};
-}
-
-void hover(QWidget &widget)
-{
-    QWidget *window = widget.window();
-    QTest::mouseMove(window->windowHandle(), widget.mapTo(window, widget.rect().center()));
-    QTRY_VERIFY(widget.underMouse());
 }
 } // namespace
 
@@ -240,6 +224,9 @@ private Q_SLOTS:
         QVERIFY(isNear(image.pixelColor(left.geometry().bottomLeft() + QPoint(20, -3)), panelGround()));
         QVERIFY(isNear(image.pixelColor(right.geometry().bottomRight() - QPoint(20, 3)), panelGround()));
 
+        for (QLabel *title : stage.designer().findChildren<QLabel *>(u"sectionTitle"_s))
+            QVERIFY(pixelsOf(title->grab().toImage(), QColor(0xE8F0F5)) > 0);
+
         const QWidget *viewport = stage.scroll().viewport();
         const QPoint corner = viewport->mapTo(&stage.designer(), viewport->rect().bottomLeft());
         QVERIFY(isNear(image.pixelColor(corner + QPoint(100, 0)), QColor(0x2A4456)));
@@ -281,22 +268,23 @@ private Q_SLOTS:
     void buttonsShowWhatTheyDoAndTheMouse_data()
     {
         QTest::addColumn<int>("which");
-        QTest::addColumn<QColor>("border");
-        QTest::addColumn<QColor>("hover");
-        const QColor plain(0x2A4456);
-        QTest::newRow("+") << 0 << QColor(0x3E7F96) << QColor(0x2F5D70);
-        QTest::newRow("Dupliquer") << 1 << plain << QColor(0x2F4F63);
-        QTest::newRow("Supprimer") << 2 << QColor(0x7C2A2A) << QColor(0x5B2323);
-        QTest::newRow("+ Etape") << 3 << QColor(0x3E7F96) << QColor(0x2F5D70);
-        QTest::newRow("up") << 4 << plain << QColor(0x2F4F63);
-        QTest::newRow("delete") << 5 << QColor(0x7C2A2A) << QColor(0x5B2323);
+        QTest::addColumn<ButtonLooks>("looks");
+        const QColor text(0xD7E4EC);
+        const ButtonLooks primary{0x3E7F96, text, 0x2F5D70, text};
+        const ButtonLooks plain{0x2A4456, text, 0x2F4F63, text};
+        const ButtonLooks danger{0x7C2A2A, 0xF3C9C9, 0x5B2323, 0xFFE7E7};
+        QTest::newRow("+") << 0 << primary;
+        QTest::newRow("Dupliquer") << 1 << plain;
+        QTest::newRow("Supprimer") << 2 << danger;
+        QTest::newRow("+ Etape") << 3 << primary;
+        QTest::newRow("up") << 4 << plain;
+        QTest::newRow("delete") << 5 << danger;
     }
 
     void buttonsShowWhatTheyDoAndTheMouse()
     {
         QFETCH(int, which);
-        QFETCH(QColor, border);
-        QFETCH(QColor, hover);
+        QFETCH(ButtonLooks, looks);
         TwoStepsStage stage;
         QToolButton *buttons[] = {&stage.addButton(),    &stage.duplicateButton(),
                                   &stage.deleteButton(), &stage.addStepButton(),
@@ -306,9 +294,11 @@ private Q_SLOTS:
         // A styled ground and the button itself: the small ones are painted twice.
         const QColor once = over(panelGround(), {26, 42, 54, 230});
         QVERIFY(isNear(lookOf(button).ground, which < 4 ? once : QColor(26, 42, 54)));
-        QVERIFY(isNear(lookOf(button).border, border));
-        ::hover(button);
-        QCOMPARE(lookOf(button).ground, hover);
+        QVERIFY(isNear(lookOf(button).border, looks.border));
+        QVERIFY(pixelsOf(button.grab().toImage(), looks.text) > 0);
+        hover(button);
+        QCOMPARE(lookOf(button).ground, looks.hoverGround);
+        QVERIFY(pixelsOf(button.grab().toImage(), looks.hoverText) > 0);
         QTest::mousePress(&button, Qt::LeftButton);
         QCOMPARE(lookOf(button).ground, QColor(0x223847));
         QTest::mouseMove(&button, QPoint(-20, -20));
@@ -320,19 +310,7 @@ private Q_SLOTS:
     void toolTipsOfAStepAreReadable()
     {
         TwoStepsStage stage;
-        QToolTip::showText(stage.designer().mapToGlobal(QPoint(50, 50)), u"Monter"_s, &stage.up(0));
-        QWidget *tip = nullptr;
-        QTRY_VERIFY([&tip] {
-            const QWidgetList windows = QApplication::topLevelWidgets();
-            for (QWidget *window : windows) {
-                if (window->inherits("QTipLabel") && window->isVisible())
-                    tip = window;
-            }
-            return tip != nullptr;
-        }());
-        QCOMPARE(pixel(*tip, {2, 2}), ground);
-        QToolTip::hideText();
-        QTRY_VERIFY(!QToolTip::isVisible());
+        QCOMPARE(toolTipGround(stage.up(0)), ground);
     }
 
     void aLongNameEndsInAnEllipsis()

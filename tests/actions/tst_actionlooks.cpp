@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "actionsheets.h"
 #include "cardstage.h"
+#include "pixels.h"
 #include "sharedsheet.h"
 #include "toolboxstage.h"
 
@@ -21,51 +22,15 @@ QJsonArray catalogue()
     return {function(u"Tir"_s), function(u"LockOn"_s, {param(u"cible"_s, u"string"_s)})};
 }
 
-// The colour of a widget's own pixel; negative coordinates count from the far side.
-QColor pixel(QWidget &widget, int x, int y)
-{
-    const QImage image = widget.grab().toImage();
-    return image.pixelColor(x < 0 ? image.width() + x : x, y < 0 ? image.height() + y : y);
-}
-
 // The middle of the upper edge, where the border is straight.
 QColor border(QWidget &widget)
 {
-    return pixel(widget, widget.width() / 2, 0);
+    return pixel(widget, {widget.width() / 2, 0});
 }
 
 QColor ground(QWidget &widget)
 {
-    return pixel(widget, 3, widget.height() / 2);
-}
-
-int pixelsOf(const QImage &image, const QColor &colour)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            count += image.pixelColor(x, y) == colour ? 1 : 0;
-    }
-    return count;
-}
-
-QColor over(const QColor &below, const QColor &above)
-{
-    const auto mix = [&above](int under, int upper) { return under + (upper - under) * above.alpha() / 255; };
-    return {mix(below.red(), above.red()), mix(below.green(), above.green()),
-            mix(below.blue(), above.blue())};
-}
-
-// Equal up to the rounding of translucent layers.
-bool isNear(const QColor &a, const QColor &b)
-{
-    return qAbs(a.red() - b.red()) <= 2 && qAbs(a.green() - b.green()) <= 2 && qAbs(a.blue() - b.blue()) <= 2;
-}
-
-void hover(QWidget &window, const QWidget &widget)
-{
-    QTest::mouseMove(window.windowHandle(), widget.mapTo(&window, widget.rect().center()));
-    QTRY_VERIFY(widget.underMouse());
+    return pixel(widget, {3, widget.height() / 2});
 }
 } // namespace
 
@@ -84,7 +49,7 @@ private Q_SLOTS:
         stage.show();
         QCOMPARE(ground(stage.box()), QColor(0x1A2A36));
         QCOMPARE(border(stage.box()), QColor(0x2A4456));
-        QVERIFY(pixel(stage.box(), 0, 0) != QColor(0x2A4456)); // the corner is round
+        QVERIFY(pixel(stage.box(), {0, 0}) != QColor(0x2A4456)); // the corner is round
         QCOMPARE(ground(stage.combo()), QColor(0x0F1720));
         QCOMPARE(QFontInfo(stage.header().font()).pixelSize(), 12);
         QCOMPARE(QFontInfo(stage.combo().font()).pixelSize(), 12);
@@ -98,10 +63,10 @@ private Q_SLOTS:
         stage.show();
         stage.window().setFocus();
         const QColor idle = border(stage.combo());
-        hover(stage.window(), stage.combo());
+        hover(stage.combo());
         QCOMPARE(border(stage.combo()), QColor(0x3B5A72));
         QVERIFY(idle != QColor(0x3B5A72));
-        hover(stage.window(), stage.header());
+        hover(stage.header());
         stage.combo().setFocus();
         QTRY_COMPARE(border(stage.combo()), QColor(0x5BBFD1));
     }
@@ -161,11 +126,11 @@ private Q_SLOTS:
         QCOMPARE(border(panel), QColor(0x2A4456));
         QVERIFY(!panel.mask().contains(QPoint(0, 0)));
         QVERIFY(panel.mask().contains(panel.rect().center()));
-        QCOMPARE(pixel(panel, 20, panel.height() - 14), QColor(0x1A2A36)); // through the scroll area
+        QCOMPARE(pixel(panel, {20, panel.height() - 14}), QColor(0x1A2A36)); // through the scroll area
         QCOMPARE(ground(edit), QColor(0x0F1720));
         QCOMPARE(QFontInfo(edit.font()).pixelSize(), 12);
         edit.clearFocus();
-        hover(panel, edit);
+        hover(edit);
         QCOMPARE(border(edit), QColor(0x3B5A72));
         edit.setFocus();
         QTRY_COMPARE(border(edit), QColor(0x5BBFD1));
@@ -178,8 +143,17 @@ private Q_SLOTS:
         button.setGeometry(0, 0, 40, 30);
         stage.show();
         QCOMPARE(ground(button), QColor(0x243544));
-        hover(stage.window(), button);
+        hover(button);
         QCOMPARE(ground(button), QColor(0x2F4F63));
+    }
+
+    void toolTipsOfAToolBoxHaveItsPalette()
+    {
+        ToolBoxStage stage;
+        stage.show();
+        QCOMPARE(toolTipGround(stage.combo()), QColor(0x111827));
+        stage.box().openSettings();
+        QCOMPARE(toolTipGround(*ToolBoxStage::panel()), QColor(0x111827));
     }
 
     void aCarriedPaletteLooksTheSame()
@@ -229,9 +203,7 @@ private Q_SLOTS:
         ActionTaskBlockWidget &card = stage.card();
         QTRY_VERIFY(stage.edit(0).isVisible());
         const QPoint corner = card.pos();
-        const auto onWindow = [&](int x, int y) {
-            return pixel(stage.window(), corner.x() + x, corner.y() + y);
-        };
+        const auto onWindow = [&](int x, int y) { return pixel(stage.window(), corner + QPoint(x, y)); };
 
         QCOMPARE(onWindow(1, card.height() / 2), QColor(0x5BBFD1));
         QCOMPARE(onWindow(5, card.height() / 2), QColor(0x5BBFD1));
@@ -247,11 +219,11 @@ private Q_SLOTS:
         stage.show();
         ActionTaskBlockWidget &card = stage.card();
         const QPoint edge = card.pos() + QPoint(card.width() / 2, 0);
-        QVERIFY(isNear(pixel(stage.window(), edge.x(), edge.y()), QColor(0x2A4456)));
+        QVERIFY(isNear(pixel(stage.window(), edge), QColor(0x2A4456)));
         QTest::mouseMove(stage.window().windowHandle(), card.pos() + QPoint(card.width() / 2, 4));
         QTRY_VERIFY(card.underMouse());
-        QVERIFY(isNear(pixel(stage.window(), edge.x(), edge.y()), QColor(0x3B5A72)));
-        QCOMPARE(pixel(stage.window(), card.x() + 3, card.y() + card.height() / 2), QColor(0x5BBFD1));
+        QVERIFY(isNear(pixel(stage.window(), edge), QColor(0x3B5A72)));
+        QCOMPARE(pixel(stage.window(), card.pos() + QPoint(3, card.height() / 2)), QColor(0x5BBFD1));
     }
 
     void theFieldsOfACardShowTheMouseAndTheFocus()
@@ -263,11 +235,39 @@ private Q_SLOTS:
         for (QWidget *field :
              {static_cast<QWidget *>(&stage.combo()), static_cast<QWidget *>(&stage.when())}) {
             QVERIFY(field->height() >= 28 + 10 + 2); // the height told, its padding, its border
-            hover(stage.window(), *field);
+            hover(*field);
             QVERIFY(isNear(border(*field), QColor(0x3B5A72)));
             field->setFocus();
             QTRY_VERIFY(isNear(border(*field), QColor(0x5BBFD1)));
             stage.window().setFocus();
+        }
+    }
+
+    void fieldsAndTagsOfACardHaveGroundsOfTheirOwn()
+    {
+        CardStage stage;
+        stage.card().setFunctions(catalogue());
+        QVERIFY(stage.card().applyConfig(task(u"LockOn"_s)));
+        stage.show();
+        QTRY_VERIFY(stage.edit(0).isVisible());
+        // The middle of its gradient.
+        const QColor cardGround = over(stage.window().palette().color(QPalette::Window), {18, 30, 40, 238});
+        const auto at = [&stage](const QWidget &widget, const QPoint &offset) {
+            return pixel(stage.window(), widget.mapTo(&stage.window(), offset));
+        };
+        const QColor fieldGround = over(cardGround, QColor(12, 22, 31, 230));
+        const QWidget *fields[] = {&stage.combo(), &stage.when(), &stage.edit(0)};
+        for (const QWidget *field : fields) {
+            QVERIFY(isNear(at(*field, {4, field->height() / 2}), fieldGround));
+            QVERIFY(!isNear(at(*field, {0, 0}), QColor(0x2A4456))); // the corner is round
+        }
+        const QLabel &tag = *stage.form().fields().first().label;
+        QVERIFY(isNear(at(tag, {4, tag.height() / 2}), over(cardGround, QColor(23, 45, 63, 235))));
+        const auto labels = stage.card().findChildren<QLabel *>(u"blockLabel"_s);
+        QCOMPARE(labels.size(), 2);
+        for (const QLabel *label : labels) {
+            const QColor shown = at(*label, {4, label->height() / 2});
+            QVERIFY(isNear(shown, over(cardGround, QColor(18, 39, 54, 220))));
         }
     }
 

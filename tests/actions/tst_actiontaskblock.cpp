@@ -120,6 +120,15 @@ private Q_SLOTS:
         QCOMPARE(stage.card().config(), task(u"Tir"_s));
     }
 
+    void argsThatAreNoObjectCountAsNone()
+    {
+        CardStage stage;
+        stage.card().setFunctions(catalogue());
+        QVERIFY(stage.card().applyConfig({{u"ref"_s, u"LockOn"_s}, {u"args"_s, QJsonArray{u"est"_s}}}));
+        QCOMPARE(stage.texts(), QStringList{QString()});
+        QCOMPARE(stage.card().config(), task(u"LockOn"_s, {{u"cible"_s, u"nord"_s}}));
+    }
+
     void noInputIsFilledInByItself()
     {
         CardStage stage;

@@ -184,6 +184,18 @@ private Q_SLOTS:
         QVERIFY(ToolBoxStage::texts().isEmpty());
     }
 
+    void aSelectedNoneIsKeptInOrangeLikeAnyFunction()
+    {
+        ToolBoxStage stage;
+        stage.box().setExternalServices({function(u"none"_s)});
+        stage.box().applyConfig(task(u"none"_s));
+        stage.box().setExternalServices({function(u"None"_s)});
+        QCOMPARE(stage.entries(), (QStringList{QString(), u"None"_s, u"none"_s}));
+        QCOMPARE(stage.combo().currentIndex(), 2);
+        QCOMPARE(stage.combo().currentData(Qt::ForegroundRole).value<QColor>(), orange);
+        QCOMPARE(stage.box().config().value("ref"_L1), u"none"_s);
+    }
+
     void anUnknownFunctionLivesThroughCataloguesUntilOneHasItAgain()
     {
         ToolBoxStage stage;

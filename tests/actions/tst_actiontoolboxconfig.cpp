@@ -57,6 +57,8 @@ private Q_SLOTS:
         row("both empty", {{u"ref"_s, QString()}, {u"action"_s, QString()}}, QString());
         row("wrong types", {{u"ref"_s, QJsonArray{u"Tir"_s}}, {u"action"_s, true}}, QString());
         row("none", {{u"action"_s, u"none"_s}}, QString());
+        row("none and an unknown action", {{u"ref"_s, u"none"_s}, {u"action"_s, u"Encore"_s}}, QString());
+        row("unknown and none", {{u"ref"_s, u"Autre"_s}, {u"action"_s, u"none"_s}}, u"Autre"_s);
         row("none in capitals", {{u"ref"_s, u"NONE"_s}}, QString());
     }
 
