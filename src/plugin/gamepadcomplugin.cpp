@@ -7,7 +7,7 @@
 #include "linkerdevicemodel.h"
 #include "manetteconfigurationwidget.h"
 
-#include <QtCore/QScopedValueRollback>
+#include <QtCore/QScopeGuard>
 
 #include <memory>
 
@@ -74,18 +74,25 @@ QMainWindow *GamepadComPlugin::configWindow(QWidget *parent)
         m_window = new QMainWindow(parent);
         m_window->setWindowTitle(u"Gamepad"_s);
     }
+    const QPointer<GamepadComPlugin> self = this;
     if (!m_configWidget && !m_fillingWindow)
         fillWindow();
-    return m_window;
+    return self ? m_window.get() : nullptr;
 }
 
 // A profile that cannot be read shows a box while the widget is made, and under a box the host may do
-// anything: ask for the window again, or destroy it. So the widget joins the window when it stands.
+// anything: ask for the window again, destroy it, or let the whole plugin go. So the widget joins the window
+// when it stands.
 void GamepadComPlugin::fillWindow()
 {
-    const QScopedValueRollback filling(m_fillingWindow, true);
+    const QPointer<GamepadComPlugin> self = this;
+    m_fillingWindow = true;
+    const auto filled = qScopeGuard([self] {
+        if (self)
+            self->m_fillingWindow = false;
+    });
     auto widget = std::make_unique<ManetteConfigurationWidget>();
-    if (!m_window)
+    if (!self || !m_window)
         return;
     m_configWidget = widget.release();
     m_window->setCentralWidget(m_configWidget);

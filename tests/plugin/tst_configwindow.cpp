@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "answer.h"
 #include "loadedplugin.h"
 #include "testmain.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QPointer>
+#include <QtCore/QStandardPaths>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QToolButton>
 
@@ -55,6 +59,30 @@ bool offers(QWidget *window, const QString &function)
 {
     return !offered(window).filter(function).isEmpty();
 }
+
+/// A profile whose overlay cannot be read: the window's making then stops at a box.
+void storeUnreadableProfile()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                           u"/Gamepads/0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"_s;
+    QVERIFY(QDir().mkpath(folder + u"/overlay.json"_s));
+    QFile meta(folder + u"/meta.json"_s);
+    QVERIFY(meta.open(QIODevice::WriteOnly));
+    QVERIFY(meta.write(R"({"type":"GamepadDefinderMeta","id":"0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"})") > 0);
+}
+
+/// Does something while the box of the window's making is open.
+class UnderTheBox
+{
+public:
+    explicit UnderTheBox(std::function<void()> event)
+        : m_answer(QApplication::activeModalWidget, [event = std::move(event)](QMessageBox *) { event(); })
+    {}
+    [[nodiscard]] bool came() const { return m_answer.given() == 1; }
+
+private:
+    Answer<QMessageBox> m_answer;
+};
 } // namespace
 
 /// The configuration window as a host sees it: by the contract, and as widgets.
@@ -125,6 +153,61 @@ private Q_SLOTS:
         QMainWindow *window = m_plugin.provider->configWindow(&host);
         QVERIFY(window->centralWidget()->inherits("ManetteConfigurationWidget"));
         QCOMPARE(window->windowTitle(), u"Gamepad"_s);
+    }
+
+    // A host may do anything while a box is open.
+
+    void askedAgainWhileItIsMadeItIsOneWindowWithOneWidget()
+    {
+        storeUnreadableProfile();
+        QWidget host;
+        QPointer<QMainWindow> early;
+        const UnderTheBox box([&] { early = m_plugin.provider->configWindow(&host); });
+        QMainWindow *window = m_plugin.provider->configWindow(&host);
+        QVERIFY(box.came());
+        QCOMPARE(early, window);
+        QCOMPARE(shownOfClass(window, "ManetteConfigurationWidget"), QList{window->centralWidget()});
+    }
+
+    void destroyedWhileItIsMadeItIsNoWindow()
+    {
+        storeUnreadableProfile();
+        QWidget host;
+        const UnderTheBox box([&] { delete host.findChild<QMainWindow *>(); });
+        QVERIFY(!m_plugin.provider->configWindow(&host));
+        QVERIFY(box.came());
+        const UnderTheBox next([] {});
+        const QMainWindow *window = m_plugin.provider->configWindow(&host);
+        QVERIFY(next.came());
+        QVERIFY(window->centralWidget()->inherits("ManetteConfigurationWidget"));
+    }
+
+    void destroyedAndAskedForWhileItIsMadeTheWidgetJoinsTheNewOne()
+    {
+        storeUnreadableProfile();
+        QWidget host;
+        QMainWindow *second = nullptr;
+        const UnderTheBox box([&] {
+            delete host.findChild<QMainWindow *>();
+            second = m_plugin.provider->configWindow(&host);
+        });
+        const QMainWindow *window = m_plugin.provider->configWindow(&host);
+        QVERIFY(box.came());
+        QVERIFY(window);
+        QCOMPARE(window, second);
+        QVERIFY(second->centralWidget()->inherits("ManetteConfigurationWidget"));
+    }
+
+    void thePluginMayGoWhileItIsMade()
+    {
+        storeUnreadableProfile();
+        QWidget host;
+        const UnderTheBox box([&] { delete m_plugin.instance; });
+        QVERIFY(!m_plugin.provider->configWindow(&host));
+        QVERIFY(box.came());
+        m_plugin.instance = m_plugin.loader.instance();
+        m_plugin.provider = qobject_cast<IComInterfaceModelProvider *>(m_plugin.instance);
+        QVERIFY(m_plugin.provider);
     }
 
     void servicesFromBeforeReachTheWidgetWhenItIsMade()
