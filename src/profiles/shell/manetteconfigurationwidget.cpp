@@ -8,6 +8,7 @@
 #include "shellsheet.h"
 #include "systemconfig.h"
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QTabWidget>
@@ -42,9 +43,8 @@ ManetteConfigurationWidget::ManetteConfigurationWidget(QWidget *parent)
     setUpForm();
     m_linker->bindGamepadDefinder(m_profiles);
     connect(m_designer, &ActionDesignerWidget::actionsChanged, this, [this](const QJsonArray &actions) {
-        m_linker->setExternalServices(actions);
-        m_linker->setServicesLocked(true);
-        m_linker->refreshBridgesFromActions(actions);
+        if (offerActions(actions))
+            m_linker->refreshBridgesFromActions(actions);
     });
 }
 
@@ -83,8 +83,19 @@ void ManetteConfigurationWidget::setUpForm()
 void ManetteConfigurationWidget::setServices(const QJsonObject &services)
 {
     m_designer->setFunctions(mergeRefs(services["ref"_L1].toArray(), loadSystemConfigRefs()));
-    m_linker->setExternalServices(m_designer->actions());
-    m_linker->setServicesLocked(true);
+    (void)offerActions(m_designer->actions());
+}
+
+bool ManetteConfigurationWidget::offerActions(const QJsonArray &actions)
+{
+    // A mapping that waits to be saved is saved first, and the host, which is told of that, may close the
+    // window.
+    const QPointer<ActionLinker> linker = m_linker;
+    linker->setExternalServices(actions);
+    if (!linker)
+        return false;
+    linker->setServicesLocked(true);
+    return true;
 }
 
 #include "moc_manetteconfigurationwidget.cpp"

@@ -23,6 +23,8 @@ public:
 
 private:
     void setUpForm();
+    /// False where the window was closed meanwhile, and this object with it.
+    [[nodiscard]] bool offerActions(const QJsonArray &actions);
 
     GamepadDefinder *m_profiles = nullptr;
     ActionLinker *m_linker = nullptr;

@@ -2,9 +2,9 @@
 #include "systemconfig.h"
 
 #include "functionrefs.h"
+#include "installationfolders.h"
 #include "openfile.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
@@ -37,9 +37,8 @@ QString findSystemConfigPath()
     if (!ofUser.isEmpty() && QFile::exists(ofUser + "/system/systemConfig.json"_L1))
         return QDir::cleanPath(ofUser + "/system/systemConfig.json"_L1);
 
-    const QString application = QCoreApplication::applicationDirPath();
-    for (const QString &folder : {application, application + "/.."_L1, application + "/../.."_L1,
-                                  application + "/../../.."_L1, QDir::currentPath()}) {
+    const QStringList folders = installationFolders();
+    for (const QString &folder : folders) {
         const QString path = folder + "/configuration/system/systemConfig.json"_L1;
         if (QFile::exists(path))
             return QDir::cleanPath(path);

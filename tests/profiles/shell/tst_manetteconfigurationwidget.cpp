@@ -1,90 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "manetteconfigurationwidget.h"
+// What the shell is made of, and how it joins what it holds.
+#include "shellstage.h"
 
-#include "actiondesignerwidget.h"
-#include "actionlinker.h"
-#include "gamepaddefinder.h"
-#include "jsontext.h"
-#include "profilesroot.h"
-#include "testmain.h"
-
-#include <QtCore/QDir>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QGridLayout>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QTabWidget>
-#include <QtWidgets/QToolButton>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-bool write(const QString &path, const QByteArray &text)
-{
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
-           file.write(text) == text.size();
-}
-
-QJsonObject read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
-}
-
-bool writeActions(const QByteArray &list)
-{
-    return write(profilesRootPath() + u"/actions.json"_s,
-                 QByteArray("{'ref':" + list + '}').replace('\'', '"'));
-}
-
-bool writeSystemConfig(const QByteArray &text)
-{
-    return write(profilesBasePath() + u"/system/systemConfig.json"_s, QByteArray(text).replace('\'', '"'));
-}
-
-constexpr auto profile = "0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"_L1;
-
-QString profilePath(const QString &file)
-{
-    return profilesRootPath() + u'/' + profile + u'/' + file;
-}
-
-/// A profile of two pastilles whose first is bound to the action.
-bool writeProfile(const QByteArray &bridges)
-{
-    return write(profilePath(u"meta.json"_s),
-                 QByteArray("{'type':'GamepadDefinderMeta','id':'0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01',"
-                            "'name':'Manette'}")
-                     .replace('\'', '"')) &&
-           write(profilePath(u"overlay.json"_s),
-                 QByteArray("{'type':'InteractiveOverlay','version':2,'nodes':[{'title':'but_3'},"
-                            "{'title':'but_4'}]}")
-                     .replace('\'', '"')) &&
-           write(profilePath(u"configActionGamepad.json"_s),
-                 QByteArray("{'bridges':" + bridges + '}').replace('\'', '"'));
-}
-
-struct Shell
-{
-    ManetteConfigurationWidget widget;
-    GamepadDefinder *profiles = widget.findChild<GamepadDefinder *>();
-    ActionLinker *linker = widget.findChild<ActionLinker *>();
-    ActionDesignerWidget *designer = widget.findChild<ActionDesignerWidget *>();
-
-    [[nodiscard]] QToolButton *button(const QString &text) const
-    {
-        for (QToolButton *candidate : designer->findChildren<QToolButton *>()) {
-            if (candidate->text() == text)
-                return candidate;
-        }
-        return nullptr;
-    }
-    [[nodiscard]] QLineEdit *name() const { return designer->findChild<QLineEdit *>(u"actionNameEdit"_s); }
-};
-} // namespace
+using namespace stage;
 
 class TestManetteConfigurationWidget : public QObject
 {
@@ -100,11 +25,11 @@ private Q_SLOTS:
     void theFormIsBuiltFromTheOutsideIn()
     {
         const Shell shell;
-        QCOMPARE(shell.widget.objectName(), u"ManetteConfigurationWidget"_s);
-        QCOMPARE(shell.widget.windowTitle(), u"Gamepad"_s);
-        QCOMPARE(shell.widget.size(), QSize(1023, 772));
+        QCOMPARE(shell.widget->objectName(), u"ManetteConfigurationWidget"_s);
+        QCOMPARE(shell.widget->windowTitle(), u"Gamepad"_s);
+        QCOMPARE(shell.widget->size(), QSize(1023, 772));
 
-        const auto *outer = qobject_cast<QGridLayout *>(shell.widget.layout());
+        const auto *outer = qobject_cast<QGridLayout *>(shell.widget->layout());
         QVERIFY(outer);
         QCOMPARE(outer->objectName(), u"gridLayout"_s);
         QCOMPARE(outer->contentsMargins(), QMargins());
@@ -128,7 +53,7 @@ private Q_SLOTS:
     void theFirstTabIsTheEditor()
     {
         const Shell shell;
-        const auto *tabs = shell.widget.findChild<QTabWidget *>();
+        const auto *tabs = shell.widget->findChild<QTabWidget *>();
         QCOMPARE(tabs->tabText(0), u"Configuration"_s);
         QCOMPARE(tabs->widget(0), shell.profiles);
         QCOMPARE(shell.profiles->objectName(), u"ManageGamepade"_s);
@@ -150,7 +75,7 @@ private Q_SLOTS:
     {
         QFETCH(const int, tab);
         const Shell shell;
-        const auto *tabs = shell.widget.findChild<QTabWidget *>();
+        const auto *tabs = shell.widget->findChild<QTabWidget *>();
         QTEST(tabs->tabText(tab), "text");
         QTEST(tabs->widget(tab)->objectName(), "page");
         const auto *grid = qobject_cast<QGridLayout *>(tabs->widget(tab)->layout());
@@ -159,71 +84,27 @@ private Q_SLOTS:
         QTEST(grid->itemAtPosition(0, 0)->widget()->objectName(), "content");
     }
 
-    void oneSheetHoldsTheWholeLook_data()
-    {
-        QTest::addColumn<QString>("rule");
-        for (const QString &rule : {u"#ManetteConfigurationWidget"_s,
-                                    u"QFrame#vlxBackdrop"_s,
-                                    u"qradialgradient"_s,
-                                    u"rgba(110, 200, 215, 55)"_s,
-                                    u"rgba(18, 30, 40, 220)"_s,
-                                    u"rgba(9, 14, 18, 255)"_s,
-                                    u"rgba(26, 42, 54, 200)"_s,
-                                    u"1px solid #2A4456"_s,
-                                    u"#E8F0F5"_s,
-                                    u"#243544"_s,
-                                    u"#2F4F63"_s,
-                                    u"#8FA7B6"_s,
-                                    u"#1D2B36"_s,
-                                    u"border-radius: 14px"_s,
-                                    u"border-radius: 8px"_s,
-                                    u"border-radius: 10px"_s,
-                                    u"border-radius: 16px"_s,
-                                    u"border-top-left-radius: 12px"_s,
-                                    u"border-top-right-radius: 12px"_s,
-                                    u"rgba(110, 200, 215, 70)"_s,
-                                    u"margin-top: 6px"_s,
-                                    u"left: 12px"_s,
-                                    u"padding: 8px 16px"_s,
-                                    u"margin-right: 6px"_s,
-                                    u"qlineargradient"_s,
-                                    u"rgba(110, 200, 215, 80)"_s})
-            QTest::newRow(qPrintable(rule)) << rule;
-    }
-    void oneSheetHoldsTheWholeLook()
-    {
-        QFETCH(const QString, rule);
-        const Shell shell;
-        QVERIFY(shell.widget.styleSheet().contains(rule));
-    }
-
-    void theBackdropShowsThroughFromLightToDark()
-    {
-        Shell shell;
-        shell.widget.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&shell.widget));
-        const QImage picture = shell.widget.grab().toImage();
-        const QColor top = picture.pixelColor(picture.width() / 2, 3);
-        const QColor bottom = picture.pixelColor(3, picture.height() - 3);
-        QVERIFY2(top.lightness() > bottom.lightness() + 10, qPrintable(top.name() + bottom.name()));
-        QVERIFY(bottom.lightness() < 40);
-    }
-
     void theLinkerFollowsTheProfileOnShow()
     {
-        QVERIFY(writeProfile("[]"));
+        writeProfile();
+        const QString second = profilesRootPath() + u"/1b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01/"_s;
+        write(second + u"meta.json"_s,
+              "{'type':'GamepadDefinderMeta','id':'1b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01'}");
+        write(second + u"overlay.json"_s,
+              "{'type':'InteractiveOverlay','version':2,'nodes':[{'title':'joy_1'}]}");
         const Shell shell;
-        const auto *overlay = shell.linker->findChild<QWidget *>(u"iteractiveoverlay"_s);
         QCOMPARE(shell.profiles->currentRow(), 0);
-        QCOMPARE(overlay->findChildren<QWidget *>().isEmpty(), false);
+        QCOMPARE(titlesOn(*shell.linkersOverlay), (QStringList{u"but_3"_s, u"but_4"_s}));
+        shell.profiles->findChild<QListWidget *>(u"listWidget"_s)->setCurrentRow(1);
+        QCOMPARE(titlesOn(*shell.linkersOverlay), QStringList{u"joy_1"_s});
     }
 
     void servicesReachTheDesignerBehindWhichTheSystemsStand()
     {
-        QVERIFY(writeActions("[{'name':'Saluer','tasks':[]}]"));
-        QVERIFY(writeSystemConfig("{'services':{'ref':[{'name':'B'},{'name':' a '}]}}"));
+        writeActions("[{'name':'Saluer','tasks':[]}]");
+        writeSystemConfig("{'services':{'ref':[{'name':'B'},{'name':' a '}]}}");
         Shell shell;
-        shell.widget.setServices(object("{'ref':[{'name':'A'}]}"));
+        shell.widget->setServices(object("{'ref':[{'name':'A'}]}"));
         QTest::mouseClick(shell.button(u"+ Etape"_s), Qt::LeftButton);
         const auto *combo = shell.designer->findChild<QWidget *>(u"stepsPanel"_s)->findChild<QComboBox *>();
         QVERIFY(combo);
@@ -237,42 +118,67 @@ private Q_SLOTS:
 
     void actionsReachTheLinkerWithTheServices()
     {
-        QVERIFY(writeActions("[{'name':'Saluer','tasks':[]}]"));
+        writeActions("[{'name':'Saluer','tasks':[]}]");
         Shell shell;
         QCOMPARE(shell.linker->externalServices(), QJsonArray());
         const QSignalSpy changes(shell.linker, &ActionLinker::externalServicesChanged);
-        shell.widget.setServices({});
+        shell.widget->setServices({});
         QCOMPARE(shell.linker->externalServices(), array("[{'name':'Saluer','tasks':[]}]"));
         QCOMPARE(changes.size(), 1);
-        shell.widget.setServices({});
+        shell.widget->setServices({});
         QCOMPARE(changes.size(), 1); // the same actions are no change
+    }
+
+    // Locked, the overlay takes no functions from a mapping into what it offers.
+    void theLinkersServicesAreLocked_data()
+    {
+        QTest::addColumn<QString>("by");
+        QTest::newRow("nobody") << u"nobody"_s;
+        QTest::newRow("services") << u"services"_s;
+        QTest::newRow("actions") << u"actions"_s;
+    }
+    void theLinkersServicesAreLocked()
+    {
+        QFETCH(const QString, by);
+        writeActions("[{'name':'Saluer','tasks':[]}]");
+        const Shell shell;
+        shell.widget->setServices({});
+        shell.linker->setServicesLocked(false);
+        if (by == u"services"_s) {
+            shell.widget->setServices({});
+        } else if (by == u"actions"_s) {
+            const QSignalSpy saved(shell.designer, &ActionDesignerWidget::actionsChanged);
+            shell.edit();
+            QTRY_COMPARE(saved.size(), 1);
+        }
+        const QJsonArray before = shell.linkersOverlay->externalServices();
+        shell.linkersOverlay->applyMapping(object("{'ref':[{'name':'Neuve'}],'bridges':[]}"));
+        QCOMPARE(shell.linkersOverlay->externalServices() == before, by != u"nobody"_s);
     }
 
     void servicesOfAnotherTypeCountAsNone()
     {
         Shell shell;
         for (const char *services : {"{}", "{'ref':null}", "{'ref':'x'}", "{'ref':{'name':'A'}}"})
-            shell.widget.setServices(object(services));
+            shell.widget->setServices(object(services));
         QCOMPARE(shell.linker->externalServices(), QJsonArray());
     }
 
     void anEditedActionReachesTheLinkerAndEveryStoredBridge()
     {
-        QVERIFY(writeActions("[{'name':'Saluer','tasks':[{'ref':'F','args':{'p':'param:speed'}}],"
-                             "'params':[{'name':'speed','preferedType':'int'}]}]"));
-        QVERIFY(
-            writeProfile("[{'src':{'deviceType':'gamepade','deviceId':0,'packetId':1,'stringKey':'but_3'},"
-                         "'dst':[{'ref':'Old','args':{}}],'action':'Saluer','args':{'speed':7}}]"));
+        writeActions("[{'name':'Saluer','tasks':[{'ref':'F','args':{'p':'param:speed'}}],"
+                     "'params':[{'name':'speed','preferedType':'int'}]}]");
+        writeProfile("[{'src':{'deviceType':'gamepade','deviceId':0,'packetId':1,'stringKey':'but_3'},"
+                     "'dst':[{'ref':'Old','args':{}}],'action':'Saluer','args':{'speed':7}}]");
         Shell shell;
-        shell.widget.setServices(object("{'ref':[{'name':'F','params':[{'name':'p'}]}]}"));
-        shell.widget.show();
+        shell.widget->setServices(object("{'ref':[{'name':'F','params':[{'name':'p'}]}]}"));
+        shell.widget->show();
         const QSignalSpy saved(shell.designer, &ActionDesignerWidget::actionsChanged);
-        QTest::mouseClick(shell.button(u"Dupliquer"_s), Qt::LeftButton);
+        shell.edit();
         QTRY_VERIFY(!saved.isEmpty());
         QCOMPARE(shell.linker->externalServices().size(), 2);
         QCOMPARE(shell.linker->findChild<QListWidget *>(u"mappingActionsList"_s)->count(), 2);
-        const QJsonArray bridges = read(profilePath(u"configActionGamepad.json"_s))["bridges"_L1].toArray();
-        QCOMPARE(bridges,
+        QCOMPARE(storedBridges(),
                  array("[{'src':{'deviceType':'gamepade','deviceId':0,'packetId':1,'stringKey':"
                        "'but_3'},'dst':[{'ref':'F','args':{'p':7}}],'action':'Saluer','args':{'speed':"
                        "7}}]"));
@@ -280,30 +186,31 @@ private Q_SLOTS:
 
     void openingTheWindowAloneChangesNoBinding()
     {
-        QVERIFY(writeActions("[{'name':'Saluer','tasks':[{'ref':'F','args':{'p':'param:speed'}}],"
-                             "'params':[{'name':'speed','preferedType':'int','default':1}]}]"));
+        writeActions("[{'name':'Saluer','tasks':[{'ref':'F','args':{'p':'param:speed'}}],"
+                     "'params':[{'name':'speed','preferedType':'int','default':1}]}]");
         const QByteArray bridges =
             "[{'src':{'deviceType':'gamepade','deviceId':0,'packetId':1,'stringKey':'but_3'},"
             "'dst':[{'ref':'F','args':{'p':7}}],'action':'Saluer','args':{'speed':7}}]";
-        QVERIFY(writeProfile(bridges));
+        writeProfile(bridges);
         const QJsonObject before = read(profilePath(u"configActionGamepad.json"_s));
         Shell shell;
-        shell.widget.show();
-        shell.widget.setServices(object("{'ref':[{'name':'F','params':[{'name':'p'}]}]}"));
-        shell.widget.setServices(object("{'ref':[{'name':'G'}]}"));
-        shell.widget.setServices({});
-        QTest::qWait(400); // longer than the linker's delay: what must not happen has had its time
+        shell.widget->show();
+        shell.widget->setServices(object("{'ref':[{'name':'F','params':[{'name':'p'}]}]}"));
+        shell.widget->setServices(object("{'ref':[{'name':'G'}]}"));
+        shell.widget->setServices({});
+        QCoreApplication::processEvents();
+        QVERIFY(!timerOf(*shell.linker, u"saveTimer"_s).isActive());
         QCOMPARE(read(profilePath(u"configActionGamepad.json"_s)), before);
     }
 
     void destroyedWithSavesPendingItLeavesInOrder()
     {
-        QVERIFY(writeActions("[{'name':'Saluer','tasks':[]}]"));
-        QVERIFY(writeProfile("[]"));
+        writeActions("[{'name':'Saluer','tasks':[]}]");
+        writeProfile("[]");
         for (int i = 0; i < 5; ++i) {
             auto shell = std::make_unique<Shell>();
-            shell->widget.setServices(object("{'ref':[{'name':'F'}]}"));
-            shell->widget.show();
+            shell->widget->setServices(object("{'ref':[{'name':'F'}]}"));
+            shell->widget->show();
             QTest::mouseClick(shell->button(u"+"_s), Qt::LeftButton);
             QTest::keyClicks(shell->name(), u"x"_s);
         }

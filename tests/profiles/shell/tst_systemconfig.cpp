@@ -93,16 +93,30 @@ private Q_SLOTS:
         QCOMPARE(loadSystemConfigRefs(), QJsonArray{u"users"_s});
     }
 
-    void thePathIsClean()
+    // An empty list, since other tests run beside this one from the same folders.
+    void theProgramsFoldersAreSearchedBeforeTheCurrentOne_data()
     {
-        const QString folder = QCoreApplication::applicationDirPath() + u"/../configuration/system"_s;
-        if (QFile::exists(folder))
-            QSKIP("a folder of that name stands beside the build");
-        write(folder + u"/systemConfig.json"_s, "[]");
+        QTest::addColumn<QStringList>("folders");
+        const QString program = QCoreApplication::applicationDirPath();
+        const QString above = QDir::cleanPath(program + u"/.."_s);
+        QTest::newRow("program's own") << QStringList{program, above};
+        QTest::newRow("above it") << QStringList{above};
+    }
+    void theProgramsFoldersAreSearchedBeforeTheCurrentOne()
+    {
+        QFETCH(const QStringList, folders);
+        write(installedFile(), "[]");
+        for (const QString &folder : folders) {
+            if (QFile::exists(folder + u"/configuration"_s))
+                QSKIP("a folder of that name stands beside the build");
+        }
+        for (const QString &folder : folders)
+            write(folder + u"/configuration/system/systemConfig.json"_s, "[]");
         const QString found = findSystemConfigPath();
-        QDir(folder + u"/.."_s).removeRecursively();
-        QCOMPARE(found, QDir::cleanPath(folder + u"/systemConfig.json"_s));
-        QVERIFY(!found.contains(u".."_s));
+        for (const QString &folder : folders)
+            QVERIFY(QDir(folder + u"/configuration"_s).removeRecursively());
+        // Clean, too: the folder above is looked up as the program's "..".
+        QCOMPARE(found, folders.first() + u"/configuration/system/systemConfig.json"_s);
     }
 
     void aTouchedFileIsReadAgainAndAnUnchangedOneIsNotOpened()
@@ -167,6 +181,16 @@ private Q_SLOTS:
         write(usersFile(), text);
         expectWarning(usersFile());
         QCOMPARE(loadSystemConfigRefs(), QJsonArray());
+    }
+
+    void aFileThatIsTooMuchForAHostIsLogged()
+    {
+        write(usersFile(), "[]");
+        QFile file(usersFile());
+        QVERIFY(file.resize(2LL * 1024 * 1024 * 1024));
+        expectWarning(usersFile());
+        QCOMPARE(loadSystemConfigRefs(), QJsonArray());
+        QVERIFY(file.remove());
     }
 
     void aFolderInPlaceOfTheFileIsLogged()
