@@ -10,14 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr qint64 largestDocument = 512LL * 1024 * 1024; // a host cannot be made to hold whatever lies there
-
 void tell(QString *error, const QString &reason)
 {
     if (error)
         *error = reason;
 }
-
 } // namespace
 
 QJsonObject readJsonFile(const QString &path, bool *ok, QString *error)
@@ -25,7 +22,7 @@ QJsonObject readJsonFile(const QString &path, bool *ok, QString *error)
     if (ok)
         *ok = false;
     QFile file(path);
-    if (!openToRead(file) || file.size() > largestDocument) {
+    if (!openToRead(file)) {
         tell(error, u"Impossible dâ€™ouvrir %1"_s.arg(path));
         return {};
     }

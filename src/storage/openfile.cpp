@@ -6,9 +6,15 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+namespace
+{
+constexpr qint64 largestDocument = 512LL * 1024 * 1024; // a host cannot be made to hold whatever lies there
+} // namespace
+
 bool openToRead(QFile &file)
 {
-    return QFileInfo(file.fileName()).isFile() && file.open(QIODevice::ReadOnly);
+    const QFileInfo info(file.fileName());
+    return info.isFile() && info.size() <= largestDocument && file.open(QIODevice::ReadOnly);
 }
 
 bool openToWrite(QFile &file)

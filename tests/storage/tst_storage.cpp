@@ -90,6 +90,20 @@ private Q_SLOTS:
         QVERIFY(!openToWrite(nameless));
     }
 
+    // Nothing of it is read: it would be the host's memory.
+    void aFileThatIsTooMuchForAHostDoesNotOpen()
+    {
+        QFile file(temporaryHome() + u"/sparse"_s);
+        constexpr qint64 most = 512LL * 1024 * 1024;
+        for (const qint64 size : {most, most + 1}) {
+            QVERIFY(openToWrite(file) && file.resize(size));
+            file.close();
+            QCOMPARE(openToRead(file), size == most);
+            file.close();
+        }
+        QVERIFY(file.remove());
+    }
+
 #ifdef Q_OS_UNIX
     void aPipeDoesNotKeepTheHostWaiting()
     {
