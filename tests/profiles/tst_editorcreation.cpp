@@ -300,6 +300,22 @@ private Q_SLOTS:
         QCOMPARE(newFolders({source}).size(), 1); // nothing is rolled back
     }
 
+    // A host may be given its name late.
+    void theRootIsThatOfTheEditorsBeginning()
+    {
+        stage::store(1);
+        const QString root = profilesRootPath();
+        const QString name = QCoreApplication::applicationName();
+        GamepadDefinder editor;
+        QCoreApplication::setApplicationName(u"renamed"_s);
+        const bool moved = profilesRootPath() != root;
+        int row = -1;
+        const bool copied = editor.duplicateProfile(0, &row);
+        QCoreApplication::setApplicationName(name);
+        QVERIFY(moved && copied);
+        QCOMPARE(QFileInfo(editor.entries().at(row).dirPath).path(), root);
+    }
+
     void aRowOutOfRangeIsNotCopied()
     {
         stage::store(1);

@@ -163,6 +163,8 @@ private Q_SLOTS:
         QTest::mouseMove(editor.windowHandle(), place + QPoint(5, 0));
         QVERIFY(editor.isDirty());
         QVERIFY(!saveTimerOf(editor).isActive());
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+        QVERIFY(!editor.eventFilter(&overlayOf(editor), &key));
     }
 
     void eventsOfOtherWidgetsAreNoMark()
@@ -189,6 +191,24 @@ private Q_SLOTS:
         QCOMPARE(titlesIn(left), (QStringList{u"Start"_s, u"Neuve"_s}));
         QCOMPARE(titlesIn(shown), QStringList{u"Start"_s});
         QCOMPARE(metaIn(left)["id"_L1].toString(), idOf(1).toString(QUuid::WithoutBraces));
+    }
+
+    void aSecondScanSavesTheProfileThatIsLeft()
+    {
+        const QString left = store(2);
+        const Pads pads;
+        GamepadDefinder editor;
+        addPastille(editor, u"Neuve"_s);
+        store(1, {.name = u"Une autre"_s});
+        QCOMPARE(editor.entries().size(), 1); // what others add is not noticed before
+        editor.reloadProfiles();
+        QCOMPARE(titlesIn(left), (QStringList{u"Start"_s, u"Neuve"_s}));
+        QCOMPARE(editor.entries().size(), 2);
+        QCOMPARE(listOf(editor).count(), 2);
+        QCOMPARE(editor.currentRow(), 0);
+        QCOMPARE(listOf(editor).currentRow(), 0);
+        QCOMPARE(listOf(editor).item(0)->text(), u"Une autre"_s);
+        QCOMPARE(titlesOn(editor), QStringList{u"Start"_s});
     }
 
     void aRowChangeWithoutAMarkSavesNothing()

@@ -105,6 +105,30 @@ private Q_SLOTS:
         QCOMPARE(backgroundOf(editor), QColor(Qt::green));
     }
 
+    void whoeverIsToldFindsTheProfileOnShow()
+    {
+        store(1);
+        store(2, {.deviceName = u"Pad"_s, .picture = Qt::green, .pastilles = {u"X"_s}});
+        Pads pads;
+        pads.plug(0);
+        GamepadDefinder editor;
+        QStringList found;
+        const auto note = [&](const QString &signal) {
+            found.append(u"%1: row %2, %3, %4, %5, combo %6, gamepad %7"_s.arg(
+                signal, QString::number(editor.currentRow()), titlesOn(editor).join(u','),
+                backgroundOf(editor).name(), editor.isDirty() ? u"dirty"_s : u"clean"_s,
+                comboOf(editor).currentText(), pads.isRunning(0) ? u"started"_s : u"stopped"_s));
+        };
+        connect(&editor, &GamepadDefinder::currentGamepadChanged, this, [&] { note(u"profile"_s); });
+        connect(&editor, &GamepadDefinder::deviceSelectionChanged, this, [&] { note(u"device"_s); });
+        listOf(editor).setCurrentRow(1);
+        listOf(editor).setCurrentRow(-1);
+        // The gamepad comes after the profile, and is told of when it is there.
+        QCOMPARE(found, (QStringList{u"profile: row 1, X, #00ff00, clean, combo , gamepad stopped"_s,
+                                     u"device: row 1, X, #00ff00, clean, combo Pad, gamepad started"_s,
+                                     u"device: row -1, X, #000000, clean, combo , gamepad stopped"_s}));
+    }
+
     void theSameRowAgainDoesNothing()
     {
         store(1);
@@ -178,7 +202,8 @@ private Q_SLOTS:
         QFETCH(QString, reason);
         store(1, {.pastilles = {u"A"_s}});
         const QString folder = store(2, {.name = u"Deux"_s, .deviceName = u"Pad"_s, .picture = Qt::red});
-        const Pads pads;
+        Pads pads;
+        pads.plug(0);
         GamepadDefinder editor;
         const QString path = folder + "/overlay.json"_L1;
         QVERIFY(QFile::remove(path));
@@ -193,6 +218,8 @@ private Q_SLOTS:
                              (reason.isEmpty() ? unreadable(path) : reason.arg(path))});
         // The rest of the selection goes on.
         QCOMPARE(editor.currentRow(), 1);
+        QCOMPARE(comboOf(editor).currentText(), u"Pad"_s);
+        QVERIFY(pads.isRunning(0));
         QCOMPARE(journal.take(), QStringList{u"device Pad"_s});
         QCOMPARE(backgroundOf(editor), QColor(Qt::red));
         QCOMPARE(titlesOn(editor), QStringList{u"A"_s});
@@ -314,7 +341,8 @@ private Q_SLOTS:
         const QStringList before = titlesIn(second);
         addPastille(editor, u"Oubliee"_s);
         QVERIFY(!saveTimerOf(editor).isActive());
-        editor.close();
+        QVERIFY(editor.isDirty());
+        QVERIFY(editor.close());
         QCOMPARE(titlesIn(second), before);
         listOf(editor).setCurrentRow(0);
         QCOMPARE(editor.currentRow(), 0);
