@@ -141,6 +141,17 @@ private Q_SLOTS:
         QCOMPARE(stage.takeDirty(), 0);
     }
 
+    void whicheverPastilleCompletesNobodyIsWaitedFor()
+    {
+        ThreePastilles stage;
+        stage.listen(stage.a());
+        stage.takeDirty();
+        Q_EMIT stage.b()->listeningCompleted(u"b"_s);
+        QVERIFY(!stage->listeningPastille());
+        QCOMPARE(stage.states(), (States{listening, normal, normal}));
+        QCOMPARE(stage.takeDirty(), 0);
+    }
+
     // Being active.
 
     void aPastilleIsActiveWhenItAsksToBe()
