@@ -13,15 +13,14 @@ void InteractiveOverlay::onToolBoxChanged(ActionToolBox *box)
     const qsizetype at = m_propagating ? -1 : positionOf(box);
     const QPointer<TouchArea> area = at < 0 ? nullptr : m_nodes[at].area;
     if (area) {
-        QJsonObject config = box->config();
+        const QJsonObject config = box->config();
         const QString ref = config["ref"_L1].toString();
         if (m_nodes[at].autoTitle && !ref.isEmpty()) {
             area->setTitle(ref);
             box->setHeaderText(u"Action"_s);
         }
-        if (config.isEmpty())
-            config["action"_L1] = u"none"_s;
-        spread(config, area->title().trimmed(), at);
+        const QJsonObject unbound{{u"action"_s, u"none"_s}};
+        spread(config.isEmpty() ? unbound : config, area->title().trimmed(), at);
     }
     Q_EMIT dirty();
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Like-titled pastilles share one configuration, and tool boxes share the catalogue.
+// Like-titled pastilles share one configuration.
 #include "overlaystage.h"
 
 #include "testmain.h"
@@ -119,6 +119,18 @@ private Q_SLOTS:
         QCOMPARE(stage.functions(), QStringList({QString(), QString()}));
     }
 
+    void aBoxWithoutFunctionGivesTheOthersTheFunctionNone()
+    {
+        OverlayStage stage;
+        stage->setExternalServices(array("[{'name':'F'},{'name':'none'}]"));
+        stage->addPastille({}, u"a"_s);
+        stage->addPastille({}, u"a"_s);
+        stage.box(0)->applyConfig(config(u"F"_s));
+        QCOMPARE(stage.functions(), QStringList({u"F"_s, u"F"_s}));
+        stage.box(0)->applyConfig({});
+        QCOMPARE(stage.functions(), QStringList({QString(), u"none"_s}));
+    }
+
     void everyChangeIsDirtyByItself()
     {
         OverlayStage stage;
@@ -213,6 +225,16 @@ private Q_SLOTS:
         QVERIFY(stage.takeDirty() >= 3); // each box's own, and one at the end
     }
 
+    void aBoundActionForgetsItsArgumentsAndTakesTheInput()
+    {
+        OverlayStage stage;
+        stage->setExternalServices(someFunctions());
+        stage->addPastille({}, u"joy_1"_s);
+        stage.box(0)->applyConfig(config(u"Avancer"_s, object("{'vitesse':3,'pas':4}")));
+        stage->applyActionToTitle(u"Avancer"_s, u"joy_1"_s);
+        QCOMPARE(stage.box(0)->config(), config(u"Avancer"_s, object("{'vitesse':'arg_0','pas':0}")));
+    }
+
     void oneDirtyEndsTheBinding()
     {
         OverlayStage stage;
@@ -267,126 +289,6 @@ private Q_SLOTS:
         stage->addPastille({}, u"a"_s);
         stage->applyActionToTitle(u"Disparue"_s, u"a"_s);
         QCOMPARE(stage.box(0)->config(), config(u"Disparue"_s));
-    }
-
-    // The catalogue.
-
-    void aNewCatalogueIsAnnouncedAndGivenToAll()
-    {
-        OverlayStage stage;
-        QSignalSpy changed(stage.overlay(), &InteractiveOverlay::externalServicesChanged);
-        stage->addPastille({}, u"a"_s);
-        stage->addPastille({}, u"b"_s);
-        stage.takeDirty();
-        QVERIFY(stage->setProperty("externalServices", someFunctions()));
-        QCOMPARE(changed.size(), 1);
-        QCOMPARE(stage.takeDirty(), 1);
-        QCOMPARE(stage->externalServices(), someFunctions());
-        for (const ActionToolBox *box : stage.boxes())
-            QCOMPARE(box->findChild<QComboBox *>()->count(), 5);
-    }
-
-    void theSameCatalogueIsGivenAgainWithoutAWord()
-    {
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        stage->addPastille({}, u"a"_s);
-        stage.box(0)->applyConfig(config(u"Dire"_s, object("{'texte':'x'}")));
-        QSignalSpy changed(stage.overlay(), &InteractiveOverlay::externalServicesChanged);
-        stage.takeDirty();
-        stage->setExternalServices(someFunctions());
-        QCOMPARE(changed.size(), 0);
-        QCOMPARE(stage.takeDirty(), 1);
-        // Given again all the same: the field is empty now.
-        QCOMPARE(stage.box(0)->config(), config(u"Dire"_s, object("{'texte':''}")));
-    }
-
-    void theArgumentIsNotLookedAt()
-    {
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        stage->addPastille({}, u"a"_s);
-        QSignalSpy changed(stage.overlay(), &InteractiveOverlay::externalServicesChanged);
-        stage.takeDirty();
-        stage->applyExternalServices(array("[{'name':'Other'}]"));
-        QCOMPARE(stage.box(0)->findChild<QComboBox *>()->count(), 5);
-        QCOMPARE(stage->externalServices(), someFunctions());
-        QCOMPARE(changed.size(), 0);
-        QCOMPARE(stage.takeDirty(), 1);
-    }
-
-    void aHostMayTakeTheCatalogueOver()
-    {
-        class Host : public InteractiveOverlay
-        {
-        public:
-            void applyExternalServices(const QJsonArray &services) override
-            {
-                given.append(services);
-                known.append(externalServices());
-            }
-            QList<QJsonArray> given;
-            QList<QJsonArray> known;
-        };
-        Host host;
-        host.setExternalServices(someFunctions());
-        host.setExternalServices(someFunctions());
-        QCOMPARE(host.given, QList<QJsonArray>({someFunctions(), someFunctions()}));
-        QCOMPARE(host.known, host.given);
-    }
-
-    void aBoundGroupStaysInStepWithANewCatalogue()
-    {
-        // Each box fills its first number in by itself, which goes to the others.
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        for (int i = 0; i < 3; ++i)
-            stage->addPastille({}, u"a"_s);
-        stage.box(0)->applyConfig(config(u"Avancer"_s, object("{'vitesse':3,'pas':4}")));
-        QJsonArray more = someFunctions();
-        more.append(QJsonObject{{u"name"_s, u"Plus"_s}});
-        stage->setExternalServices(more);
-        for (const ActionToolBox *box : stage.boxes())
-            QCOMPARE(box->config(), config(u"Avancer"_s, object("{'vitesse':'arg_0','pas':0}")));
-    }
-
-    void theLastOfAGroupHasTheSayOverItsFields()
-    {
-        // What each box does in turn shows in the fields: the last one's are as it left them, those of the
-        // others hold what it gave them.
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        for (int i = 0; i < 3; ++i)
-            stage->addPastille(QPoint(100, 100 + 100 * i), u"a"_s);
-        stage.box(0)->applyConfig(config(u"Avancer"_s));
-        stage->setExternalServices(someFunctions());
-        QStringList steps;
-        for (ActionToolBox *box : stage.boxes()) {
-            box->openSettings();
-            for (const auto *edit : QApplication::activePopupWidget()->findChildren<QLineEdit *>()) {
-                if (edit->accessibleName() == "pas"_L1 && edit->isVisible())
-                    steps.append(edit->text());
-            }
-            QApplication::activePopupWidget()->close();
-        }
-        QCOMPARE(steps, QStringList({u"0"_s, u"0"_s, QString()}));
-    }
-
-    void aGroupOutOfStepTakesTheFirstFunctionThatFillsAField()
-    {
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        const QStringList titles{u"p"_s, u"q"_s, u"r"_s, u"s"_s};
-        for (const QString &title : titles)
-            stage->addPastille({}, title);
-        stage.box(0)->applyConfig(config(u"Dire"_s));
-        stage.box(1)->applyConfig(config(u"Avancer"_s));
-        stage.box(2)->applyConfig(config(u"Centrer"_s));
-        for (TouchArea *area : stage.pastilles())
-            area->setTitle(u"a"_s);
-        // The text takes no input; the second box does, and from there on all have its function.
-        stage->setExternalServices(someFunctions());
-        QCOMPARE(stage.functions(), QStringList(4, u"Avancer"_s));
     }
 };
 
