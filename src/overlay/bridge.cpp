@@ -104,8 +104,8 @@ void takeSource(NodeInput &input, const InputSource &src)
     takeDevice(input, src);
     if (src.stringKey.isEmpty())
         return;
-    int index = -1;
-    const bool isKey = parseInputKey(src.stringKey, &input.isJoy, &index);
     input.isJoy = standsForAxis(src);
-    input.stringKey = isKey ? inputKey(input.isJoy, index) : src.stringKey;
+    bool isJoy = true;
+    int index = -1;
+    input.stringKey = parseInputKey(src.stringKey, &isJoy, &index) ? inputKey(isJoy, index) : src.stringKey;
 }

@@ -11,15 +11,17 @@ using namespace Qt::StringLiterals;
 namespace
 {
 /// Tells a box its kind of input once more for each bridge that configures nothing. Each time it fills in one
-/// more field, until none is left.
-void repeatKind(ActionToolBox *box, bool isJoy, const Binding &binding)
+/// more field, and emits for that too; once it emits for the kind alone, no field is left, however many
+/// bridges are.
+void repeatKind(ActionToolBox *box, bool isJoy, int times)
 {
-    const int times = isJoy ? binding.axisRepeats : binding.buttonRepeats;
-    for (int i = 0; i < times; ++i) {
-        const QJsonObject before = box->config();
+    bool filled = true;
+    for (int i = 0; i < times && filled; ++i) {
+        int emissions = 0;
+        QObject counter;
+        QObject::connect(box, &ActionToolBox::durty, &counter, [&emissions] { ++emissions; });
         box->setInputKind(inputKind(isJoy));
-        if (box->config() == before)
-            return;
+        filled = emissions > 1;
     }
 }
 } // namespace
@@ -83,6 +85,9 @@ void InteractiveOverlay::bind(qsizetype at, const Binding &binding)
         box->applyConfig(*binding.config);
     }
     // The kind that was told last is the one that the box ends up with.
-    repeatKind(box, !input.isJoy, binding);
-    repeatKind(box, input.isJoy, binding);
+    const auto repeats = [&binding](bool isJoy) {
+        return isJoy ? binding.axisRepeats : binding.buttonRepeats;
+    };
+    repeatKind(box, !input.isJoy, repeats(!input.isJoy));
+    repeatKind(box, input.isJoy, repeats(input.isJoy));
 }

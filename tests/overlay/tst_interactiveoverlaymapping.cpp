@@ -337,6 +337,19 @@ private Q_SLOTS:
         }
     }
 
+    void aFieldThatTakesTheInputByDefaultIsFilledInAsAnyOther()
+    {
+        OverlayStage stage;
+        stage->setExternalServices(
+            array("[{'name':'F','params':[{'name':'a','preferredType':'int','default':'arg_0'},"
+                  "{'name':'b','preferredType':'int'},{'name':'c','preferredType':'int'}]}]"));
+        stage->addPastille({}, u"joy_1"_s);
+        const QByteArray bare = "{'src':{'stringKey':'joy_1'}}";
+        QVERIFY(take(stage, "[{'src':{'stringKey':'joy_1'},'action':'F','args':{'c':5}}," + bare + "," +
+                                bare + "]"));
+        QCOMPARE(stage.box(0)->config(), config(u"F"_s, "{'a':'arg_0','b':'arg_0','c':5}"));
+    }
+
     void theKindToldLastStays()
     {
         OverlayStage stage;
@@ -383,76 +396,6 @@ private Q_SLOTS:
 
         QVERIFY(stage->fromJson(overlay));
         stage.deleteRetired();
-        QVERIFY(stage->applyMapping(exported));
-        QCOMPARE(stage->exportBridges(), exported);
-    }
-
-    // Import: the catalogue.
-
-    void aMappingAddsItsFunctions()
-    {
-        OverlayStage stage;
-        stage->setExternalServices(array("[{'name':'Dire','mine':true}]"));
-        QSignalSpy changed(stage.overlay(), &InteractiveOverlay::externalServicesChanged);
-        stage->addPastille({}, u"a"_s);
-        stage.takeDirty();
-        QVERIFY(!stage->applyMapping(object("{'ref':[{'name':' DIRE '},{'name':'Plus'},5]}")));
-        QCOMPARE(stage->externalServices(), array("[{'name':'Dire','mine':true},{'name':'Plus'},5]"));
-        QCOMPARE(changed.size(), 1);
-        QCOMPARE(stage.takeDirty(), 1);
-        QCOMPARE(stage.box(0)->findChild<QComboBox *>()->count(), 3);
-
-        // Known ones alone: no change, but the tool boxes are given the catalogue again.
-        QVERIFY(!stage->applyMapping(object("{'ref':['plus']}")));
-        QCOMPARE(changed.size(), 1);
-        QCOMPARE(stage.takeDirty(), 1);
-        QVERIFY(!stage->applyMapping(object("{'ref':[]}")));
-        QCOMPARE(changed.size(), 1);
-        QCOMPARE(stage.takeDirty(), 1);
-    }
-
-    void itsFunctionsAreThereForItsBridges()
-    {
-        OverlayStage stage;
-        stage->addPastille({}, u"joy_1"_s);
-        QVERIFY(stage->applyMapping(object("{'ref':[{'name':'F','tasks':[{'ref':'go'}]}],"
-                                           "'bridges':[{'src':{'stringKey':'joy_1'},'action':'F'}]}")));
-        QCOMPARE(bridgesOf(stage)[0]["dst"_L1].toArray(), array("[{'ref':'go'}]"));
-    }
-
-    void aLockedCatalogueTakesNone()
-    {
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        stage->setServicesLocked(true);
-        QSignalSpy changed(stage.overlay(), &InteractiveOverlay::externalServicesChanged);
-        stage->addPastille({}, u"joy_1"_s);
-        stage.takeDirty();
-        QVERIFY(!stage->applyMapping(object("{'ref':[{'name':'Plus'}]}")));
-        QCOMPARE(stage.takeDirty(), 0);
-        QVERIFY(stage->applyMapping(object("{'ref':[{'name':'Plus'}],"
-                                           "'bridges':[{'src':{'stringKey':'joy_1'},'action':'Plus'}]}")));
-        QCOMPARE(stage->externalServices(), someFunctions());
-        QCOMPARE(changed.size(), 0);
-        // The host still may.
-        stage->setExternalServices({});
-        QCOMPARE(changed.size(), 1);
-        stage->setServicesLocked(false);
-        stage->applyMapping(object("{'ref':[{'name':'Plus'}]}"));
-        QCOMPARE(stage->externalServices(), array("[{'name':'Plus'}]"));
-    }
-
-    void theCatalogueIsTakenAnewAndTheMappingBroughtBackByIt()
-    {
-        // What a host does whose actions changed.
-        OverlayStage stage;
-        stage->setExternalServices(someFunctions());
-        stage->addPastille({}, u"joy_1"_s);
-        stage.box(0)->applyConfig(config(u"Avancer"_s, "{'vitesse':3,'pas':4}"));
-        const QJsonObject exported = stage->exportBridges();
-        QJsonArray more = someFunctions();
-        more.prepend(QJsonObject{{u"name"_s, u"Plus"_s}});
-        stage->setExternalServices(more);
         QVERIFY(stage->applyMapping(exported));
         QCOMPARE(stage->exportBridges(), exported);
     }
