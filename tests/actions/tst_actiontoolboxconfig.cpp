@@ -201,6 +201,15 @@ private Q_SLOTS:
         QCOMPARE(stage.box().config().value("args"_L1).toObject().value("cible"_L1), uR"(state("a"))"_s);
     }
 
+    void aTextOfSeveralLinesSurvivesItsField()
+    {
+        ToolBoxStage stage;
+        stage.box().setExternalServices(catalogue());
+        const QJsonObject args{{u"cible"_s, u"transform(a,\n\tb)"_s}, {u"mode"_s, u"x\r\ny\u2028z"_s}};
+        stage.box().applyConfig(config(u"LockOn"_s, args));
+        QCOMPARE(stage.box().config(), config(u"LockOn"_s, args));
+    }
+
     void aLaterParameterOfTheSameNameWins()
     {
         ToolBoxStage stage;
