@@ -5,9 +5,9 @@
 #include "road.h"
 #include "virtualbench.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 
 using namespace Qt::StringLiterals;
@@ -29,11 +29,12 @@ void tell(QTextStream &out, qsizetype number, const Road::Step &step, const Step
 int runUnattended(VirtualBench &bench, const Places &places)
 {
     QTextStream out(stdout);
-    const QTemporaryDir data;
+    const QString data = places.output + "/unattended"_L1;
+    QDir(data).removeRecursively();
     QFile::remove(places.log());
     Road road(bench.pad(), {.hostProgram = places.hostProgram,
                             .plugin = places.plugin,
-                            .data = data.path(),
+                            .data = data,
                             .log = places.log(),
                             .pictures = places.output});
     QElapsedTimer clock;
@@ -48,7 +49,8 @@ int runUnattended(VirtualBench &bench, const Places &places)
         }
     }
     out << "\nThe document that the host runs for the profile:\n" << road.document();
-    out << u"\nAll %1 steps happened. Pictures of the host's window: %2"_s.arg(number).arg(places.output)
+    out << u"\nAll %1 steps happened. Pictures of the host's window: %2, its data: %3"_s.arg(
+               QString::number(number), places.output, data)
         << Qt::endl;
     return 0;
 }
