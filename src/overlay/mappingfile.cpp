@@ -1,21 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "mappingfile.h"
 
+#include "failure.h"
 #include "openfile.h"
 
 #include <QtCore/QFile>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-bool fails(QString *error, const QString &reason)
-{
-    if (error)
-        *error = reason;
-    return false;
-}
-} // namespace
 
 bool loadMappingFile(const QString &path, QJsonDocument *out, QString *error)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exchangedocument.h"
 
+#include "failure.h"
 #include "imagefile.h"
 #include "openfile.h"
 #include "plainfilename.h"
@@ -16,13 +17,6 @@ namespace
 {
 constexpr auto exchangeType = "VelorGamepad"_L1;
 constexpr int writtenVersion = 2;
-
-bool fails(QString *error, const QString &reason)
-{
-    if (error)
-        *error = reason;
-    return false;
-}
 
 QByteArray bytesOf(const QString &path)
 {

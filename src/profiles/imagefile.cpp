@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "imagefile.h"
 
+#include "failure.h"
 #include "openfile.h"
 #include "plainfilename.h"
 
@@ -13,12 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-void tell(QString *error, const QString &reason)
-{
-    if (error)
-        *error = reason;
-}
-
 /// Qt limits what a picture takes as it is stored; one of few colours takes up to 32 times that when painted.
 bool fitsWhenPainted(QSize size)
 {
@@ -60,10 +55,8 @@ bool copyOrConvertImage(const QString &source, const QString &destination, QStri
 {
     const QImage image = readImageFile(source);
     if (image.isNull()) {
-        if (copies(source, destination))
-            return true;
-        tell(error, u"Impossible de copier lâ€™image %1 vers %2"_s.arg(source, destination));
-        return false;
+        return copies(source, destination) ||
+               fails(error, u"Impossible de copier lâ€™image %1 vers %2"_s.arg(source, destination));
     }
 
     QFile file(destination);
@@ -71,8 +64,7 @@ bool copyOrConvertImage(const QString &source, const QString &destination, QStri
     // The writer tries again what did not open, and says why. What was not even tried is no place for it.
     if ((openToWrite(file) || file.error() != QFileDevice::NoError) && writer.write(image))
         return true;
-    tell(error, u"Ã‰chec Ã©criture image %1 (%2)"_s.arg(destination, writer.errorString()));
-    return false;
+    return fails(error, u"Ã‰chec Ã©criture image %1 (%2)"_s.arg(destination, writer.errorString()));
 }
 
 QString pictureFileName(const QString &suffix)

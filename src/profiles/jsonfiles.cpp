@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "jsonfiles.h"
 
+#include "failure.h"
 #include "openfile.h"
 
 #include <QtCore/QFile>
@@ -8,22 +9,13 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-void tell(QString *error, const QString &reason)
-{
-    if (error)
-        *error = reason;
-}
-} // namespace
-
 QJsonObject readJsonFile(const QString &path, bool *ok, QString *error)
 {
     if (ok)
         *ok = false;
     QFile file(path);
     if (!openToRead(file)) {
-        tell(error, u"Impossible dâ€™ouvrir %1"_s.arg(path));
+        fails(error, u"Impossible dâ€™ouvrir %1"_s.arg(path));
         return {};
     }
     const QByteArray text = file.readAll();
@@ -32,7 +24,7 @@ QJsonObject readJsonFile(const QString &path, bool *ok, QString *error)
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(text, &parseError);
     if (parseError.error != QJsonParseError::NoError || !document.isObject()) {
-        tell(error, u"JSON invalide dans %1 (%2)"_s.arg(path, parseError.errorString()));
+        fails(error, u"JSON invalide dans %1 (%2)"_s.arg(path, parseError.errorString()));
         return {};
     }
     if (ok)
@@ -43,10 +35,8 @@ QJsonObject readJsonFile(const QString &path, bool *ok, QString *error)
 bool writeJsonFile(const QString &path, const QJsonObject &object, QString *error, bool indented)
 {
     QFile file(path);
-    if (!openToWrite(file)) {
-        tell(error, u"Impossible dâ€™Ã©crire %1"_s.arg(path));
-        return false;
-    }
+    if (!openToWrite(file))
+        return fails(error, u"Impossible dâ€™Ã©crire %1"_s.arg(path));
     file.write(QJsonDocument(object).toJson(indented ? QJsonDocument::Indented : QJsonDocument::Compact));
     return true;
 }
@@ -54,13 +44,9 @@ bool writeJsonFile(const QString &path, const QJsonObject &object, QString *erro
 bool writeBytesFile(const QString &path, const QByteArray &bytes, QString *error)
 {
     QFile file(path);
-    if (!openToWrite(file)) {
-        tell(error, u"Impossible dâ€™Ã©crire %1"_s.arg(path));
-        return false;
-    }
-    if (file.write(bytes) != bytes.size()) {
-        tell(error, u"Ã‰criture incomplÃ¨te dans %1"_s.arg(path));
-        return false;
-    }
+    if (!openToWrite(file))
+        return fails(error, u"Impossible dâ€™Ã©crire %1"_s.arg(path));
+    if (file.write(bytes) != bytes.size())
+        return fails(error, u"Ã‰criture incomplÃ¨te dans %1"_s.arg(path));
     return true;
 }
