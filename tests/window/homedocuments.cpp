@@ -75,7 +75,8 @@ void home::storeProfile(int profile, const QStringList &titles)
         });
         at += 0.15;
     }
-    write(overlayPath(profile), {{u"type"_s, u"InteractiveOverlay"_s}, {u"version"_s, 2}, {u"nodes"_s, nodes}});
+    write(overlayPath(profile),
+          {{u"type"_s, u"InteractiveOverlay"_s}, {u"version"_s, 2}, {u"nodes"_s, nodes}});
     write(metaPath(profile), {{u"type"_s, u"GamepadDefinderMeta"_s},
                               {u"version"_s, 2},
                               {u"id"_s, idOf(profile)},
