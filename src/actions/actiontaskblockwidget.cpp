@@ -104,8 +104,11 @@ bool ActionTaskBlockWidget::applyConfig(const QJsonObject &task)
     const int index = m_functions->indexOf(task.value("ref"_L1).toString());
     if (index < 0)
         return false;
-    m_functionCombo->selectFunction(index);
-    rebuildForm();
+    // Another choice rebuilds the form by itself. Once is enough: fields are most of what a card costs.
+    if (m_functionCombo->functionIndex() == index)
+        rebuildForm();
+    else
+        m_functionCombo->selectFunction(index);
     m_form->fill(task.value("args"_L1).toObject());
     const QString when = conditionOf(task);
     if (!when.isEmpty())

@@ -15,7 +15,7 @@ namespace
 {
 // Far beyond what a person writes. Fields for a hundred thousand parameters would keep the host busy for
 // minutes.
-constexpr qsizetype mostFields = 200;
+constexpr qsizetype mostFields = 100;
 
 QJsonObject defaultArgs(const QList<ParamDef> &params)
 {

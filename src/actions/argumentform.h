@@ -28,7 +28,7 @@ public:
     explicit ArgumentForm(const EditorTraits &traits, QWidget *parent = nullptr);
 
     /// Replaces all rows by empty fields whose defaults show as placeholders. Parameters behind the first
-    /// 200 get no field: they keep the values that `fill` gives them.
+    /// hundred get no field: they keep the values that `fill` gives them.
     void setParams(const QList<ParamDef> &params);
     /// Removes all rows. The fields go when the event loop runs, since one of them may be emitting.
     void clear();

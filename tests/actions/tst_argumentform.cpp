@@ -169,13 +169,13 @@ private Q_SLOTS:
         }
         ArgumentForm form(taskBlockTraits);
         form.setParams(params);
-        QCOMPARE(form.fields().size(), 200);
+        QCOMPARE(form.fields().size(), 100);
         QCOMPARE(form.args(), defaults);
 
-        form.fill({{u"p00199"_s, 1}, {u"p00200"_s, 2}, {u"p29999"_s, QJsonArray{3}}});
+        form.fill({{u"p00099"_s, 1}, {u"p00100"_s, 2}, {u"p29999"_s, QJsonArray{3}}});
         QJsonObject expected = defaults;
-        expected[u"p00199"_s] = 1;
-        expected[u"p00200"_s] = 2;
+        expected[u"p00099"_s] = 1;
+        expected[u"p00100"_s] = 2;
         expected[u"p29999"_s] = QJsonArray{3};
         QCOMPARE(form.args(), expected);
 
