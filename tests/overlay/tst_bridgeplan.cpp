@@ -4,6 +4,8 @@
 #include "jsontext.h"
 #include "testmain.h"
 
+#include <QtCore/QHash>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -120,6 +122,47 @@ private Q_SLOTS:
                  to("σας", ",'action':'C'") + "]");
         QCOMPARE(bindings.size(), 1);
         QCOMPARE(bindings[0].config, object("{'action':'C'}"));
+    }
+
+    void theOneOfATitleThatASecondWayReachesTakesBridgesInTheirOrder_data()
+    {
+        QTest::addColumn<QByteArrayList>("bridges");
+        QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QByteArray>("second"); // empty: not reached
+        const QByteArray all = to("σας", ",'action':'All'");
+        const QByteArray one = to("ΣΑΣ", ",'action':'One'");
+        const QByteArray device = "{'src':{'stringKey':'ΣΑΣ','deviceId':5},'action':'Device'}";
+        QTest::newRow("one") << QByteArrayList{one} << QByteArray("One") << QByteArray();
+        QTest::newRow("all, one") << QByteArrayList{all, one} << QByteArray("One") << QByteArray("All");
+        QTest::newRow("one, all") << QByteArrayList{one, all} << QByteArray("All") << QByteArray("All");
+        QTest::newRow("all, one, all")
+            << QByteArrayList{all, device, all} << QByteArray("All") << QByteArray("All");
+        QTest::newRow("all, one, one")
+            << QByteArrayList{all, device, one} << QByteArray("One") << QByteArray("All");
+    }
+
+    void theOneOfATitleThatASecondWayReachesTakesBridgesInTheirOrder()
+    {
+        QFETCH(const QByteArrayList, bridges);
+        QFETCH(const QByteArray, first);
+        QFETCH(const QByteArray, second);
+        const QList<Binding> bindings =
+            bindingsOf(array("[" + bridges.join(',') + "]"), {u"σας"_s, u"σας "_s, u"σας"_s});
+        QHash<qsizetype, QByteArray> actions;
+        QHash<qsizetype, std::optional<int>> devices;
+        for (const Binding &binding : bindings) {
+            for (const qsizetype node : binding.nodes) {
+                QVERIFY(!actions.contains(node));
+                actions[node] = binding.config.value()["action"_L1].toString().toUtf8();
+                devices[node] = binding.src.deviceId;
+            }
+        }
+        QCOMPARE(actions.value(0), first);
+        QCOMPARE(actions.value(1), second);
+        QCOMPARE(actions.value(2), second);
+        // What only the first one was told stays its own.
+        QCOMPARE(devices.value(0).has_value(), bridges.size() == 3);
+        QVERIFY(!devices.value(1) && !devices.value(2));
     }
 };
 

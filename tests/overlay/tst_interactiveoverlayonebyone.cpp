@@ -77,10 +77,20 @@ public:
         for (const QJsonValue &bridge : bridges) {
             const Bridge read = readBridge(bridge.toObject());
             const QString key = read.src.stringKey.trimmed().toLower();
+            if (key.isEmpty())
+                continue;
+            bool reached = false;
             for (Node &node : m_nodes) {
-                if (!key.isEmpty() && node.title.trimmed().toLower() == key)
+                if (node.title.trimmed().toLower() == key) {
                     take(node, read);
+                    reached = true;
+                }
             }
+            const auto first = std::ranges::find_if(m_nodes, [&read](const Node &node) {
+                return equalWithoutCase(node.title, read.src.stringKey);
+            });
+            if (!reached && first != m_nodes.end())
+                take(*first, read);
         }
     }
 
@@ -159,7 +169,7 @@ public:
     QString title()
     {
         return oneOf(QStringList{u"joy_1"_s, u"JOY_1"_s, u" joy_1"_s, u"but_2"_s, u"But_2"_s, u"but_x"_s,
-                                 u"Tir"_s, u"numbers"_s, u""_s});
+                                 u"Tir"_s, u"σας"_s, u" σας"_s, u"ΣΑΣ"_s, u"numbers"_s, u""_s});
     }
 
     QStringList titles()
