@@ -2,8 +2,10 @@
 // Which profile is on show, what of it is said, and what a failure leaves.
 #include "editorstage.h"
 #include "interactiveoverlay.h"
+#include "profilesroot.h"
 #include "testmain.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -55,6 +57,7 @@ private Q_SLOTS:
         QVERIFY(present(editor));
         QCOMPARE(editor.currentRow(), -1);
         QCOMPARE(listOf(editor).currentRow(), -1);
+        QVERIFY(QDir(profilesRootPath()).exists());
         QVERIFY(!editor.isDirty());
         QVERIFY(!saveTimerOf(editor).isActive());
         editor.emitCurrentSelection();
