@@ -11,8 +11,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 /// Tells a box its kind of input once more for each bridge that configures nothing. Each time it fills in one
-/// more field, and emits for that too; once it emits for the kind alone, no field is left, however many
-/// bridges are.
+/// more field, and emits for that too; once it emits for the kind alone, no field is left.
 void repeatKind(ActionToolBox *box, bool isJoy, int times)
 {
     bool filled = true;

@@ -254,6 +254,19 @@ private Q_SLOTS:
         QCOMPARE(stage.boxes().size(), 2);
     }
 
+    void theToolBoxGoesBeforeItsPastille()
+    {
+        OverlayStage stage;
+        TouchArea *area = stage->addPastille(QPoint(100, 100), u"a"_s);
+        QStringList gone;
+        connect(area, &QObject::destroyed, this, [&] { gone.append(u"pastille"_s); });
+        connect(stage.box(0), &QObject::destroyed, this, [&] { gone.append(u"tool box"_s); });
+        stage->removePastille(area);
+        QVERIFY(gone.isEmpty());
+        stage.deleteRetired();
+        QCOMPARE(gone, QStringList({u"tool box"_s, u"pastille"_s}));
+    }
+
     void aRemovedPastilleListensNoMoreAndIsNotActive()
     {
         OverlayStage stage;
