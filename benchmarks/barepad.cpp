@@ -43,7 +43,7 @@ void BarePad::tick()
     QStringList keys;
     QVariantList values;
     for (int i = 0; i < m_axisKeys.size(); ++i) {
-        const double value = static_cast<double>(readings.axes[static_cast<std::size_t>(i)]);
+        const auto value = static_cast<double>(readings.axes[static_cast<std::size_t>(i)]);
         keys.append(m_axisKeys.at(i));
         values.append(value);
         Q_EMIT axisChanged(i, value);

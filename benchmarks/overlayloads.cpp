@@ -61,13 +61,13 @@ public:
 
     [[nodiscard]] bool holds(int nodes) const
     {
-        return m_loaded && m_overlay->toJson()["nodes"_L1].toArray().size() == nodes &&
+        return m_loaded && m_overlay->toJson().value("nodes"_L1).toArray().size() == nodes &&
                m_overlay->findChildren<ActionToolBox *>(Qt::FindDirectChildrenOnly).size() == nodes;
     }
     /// Whether a resize moves what lies on the picture.
     [[nodiscard]] bool follows()
     {
-        const QWidget *last = m_overlay->findChildren<TouchArea *>(Qt::FindDirectChildrenOnly).last();
+        const QWidget *last = m_overlay->findChildren<TouchArea *>(Qt::FindDirectChildrenOnly).constLast();
         const QRect before = last->geometry();
         resize();
         return last->geometry() != before;

@@ -28,7 +28,7 @@ public:
         settle();
     }
 
-    void exportBridges() { m_bridges = m_overlay.exportBridges()["bridges"_L1].toArray(); }
+    void exportBridges() { m_bridges = m_overlay.exportBridges().value("bridges"_L1).toArray(); }
     void applyMapping() { m_applied = m_overlay.applyMapping(m_mapping); }
 
     /// Whether the bridges are those of the mapping, with the tasks of each function.

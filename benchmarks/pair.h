@@ -6,15 +6,14 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 
 /// One side of a pair: work that can be done again and again.
 struct Side
 {
     std::function<void(int calls)> run;
-    double units = 1.0;                 ///< pieces of work in one call; a ratio is per piece
-    int calls = 0;                      ///< calls in one round, or 0 for as many as make a round measurable
-    std::function<void()> prepare = {}; ///< before each round, outside the measured time
+    double units = 1.0; ///< pieces of work in one call; a ratio is per piece
+    int calls = 0;      ///< calls in one round, or 0 for as many as make a round measurable
+    std::function<void()> prepare = [] {}; ///< before each round, outside the measured time
 };
 
 /// Work that is over in a moment. It is called so often in a round that the clock's grain does not count.
@@ -32,9 +31,9 @@ Side repeated(Work work, double units = 1.0)
 /// Work that takes the time it takes, an event loop for instance: one call a round. `prepare` makes room for
 /// it before, and is not measured.
 template <typename Work>
-Side timed(Work work, std::function<void()> prepare = {})
+Side timed(Work work, const std::function<void()> &prepare = [] {})
 {
-    return {.run = [work](int) { work(); }, .calls = 1, .prepare = std::move(prepare)};
+    return {.run = [work](int) { work(); }, .calls = 1, .prepare = prepare};
 }
 
 /// Runs both sides in turns, one short round each, and gives `state` the median of the rounds' ratios. Two

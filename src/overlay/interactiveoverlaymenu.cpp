@@ -93,7 +93,7 @@ void InteractiveOverlay::exportMapping()
     if (!self || chosen.isEmpty())
         return;
 
-    const QJsonObject document = mappingDocument(exportBridges()["bridges"_L1].toArray());
+    const QJsonObject document = mappingDocument(exportBridges().value("bridges"_L1).toArray());
     const QString path = chosen.trimmed().isEmpty() ? chosen : withJsonSuffix(chosen);
     QString error;
     if (!writeMappingFile(path, document, &error)) {

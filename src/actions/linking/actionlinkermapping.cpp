@@ -107,7 +107,7 @@ void ActionLinker::saveMapping()
     if (path.isEmpty())
         return;
     const QJsonObject stored = readMappingFile(path, nullptr, nullptr);
-    const QJsonArray bridges = m_overlay->exportBridges()["bridges"_L1].toArray();
+    const QJsonArray bridges = m_overlay->exportBridges().value("bridges"_L1).toArray();
     makePath(QFileInfo(path).path());
     QString error;
     if (!writeMappingFile(path, mergedMapping(stored, bridges), &error)) {
