@@ -85,7 +85,7 @@ private Q_SLOTS:
     void init()
     {
         failOnUnexpectedWarnings();
-        m_folder = QDir(temporaryHome() + "/work"_L1);
+        m_folder = QDir(temporaryHome() + "/desk"_L1);
         m_folder.removeRecursively();
         QVERIFY(m_folder.mkpath(u"."_s));
         QVERIFY(QDir::setCurrent(m_folder.path()));

@@ -16,7 +16,7 @@ namespace stage
 /// The folder that the tests exchange files through.
 inline QString workFolder()
 {
-    return temporaryHome() + QStringLiteral("/work");
+    return temporaryHome() + QStringLiteral("/desk");
 }
 
 inline QString workFile(const QString &name)

@@ -18,7 +18,7 @@ namespace
 {
 QString below(const QString &name)
 {
-    return temporaryHome() + "/work/"_L1 + name;
+    return temporaryHome() + "/desk/"_L1 + name;
 }
 
 /// Bytes of all values, more than fit on a line of any kind of Base64.

@@ -15,7 +15,7 @@ namespace
 {
 QDir folder()
 {
-    return {temporaryHome() + "/work"_L1};
+    return {temporaryHome() + "/desk"_L1};
 }
 
 QString below(const QString &name)
