@@ -118,7 +118,7 @@ public:
     {
         enter();
         QHash<QString, QJsonObject> actions;
-        for (const QJsonValue action : nextActions())
+        for (const QJsonValue &action : nextActions())
             actions.insert(action["name"_L1].toString(), action.toObject());
         const QDir root(profilesRootPath());
         const QStringList folders = root.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
@@ -129,7 +129,7 @@ public:
             QJsonObject mapping = read(path);
             QJsonArray built;
             const QJsonArray bridges = mapping["bridges"_L1].toArray();
-            for (const QJsonValue value : bridges) {
+            for (const QJsonValue &value : bridges) {
                 QJsonObject bridge = value.toObject();
                 const QJsonObject action = actions.value(bridge["action"_L1].toString());
                 bridge["dst"_L1] = buildTaskList(action, bridge["args"_L1].toObject());
@@ -150,7 +150,7 @@ public:
         for (const QString &name : folders) {
             const QJsonObject document = read(root.filePath(name + "/configActionGamepad.json"_L1));
             const QJsonArray bridges = document["bridges"_L1].toArray();
-            for (const QJsonValue bridge : bridges) {
+            for (const QJsonValue &bridge : bridges) {
                 const QJsonValue last = bridge["dst"_L1][2]["args"_L1];
                 if (last["mode"_L1].toInt(-1) == m_current &&
                     last["speed"_L1] == bridge["args"_L1]["speed"_L1])

@@ -54,7 +54,7 @@ void checkFunctions(const QJsonArray &services, const EditorTraits &traits)
 void checkArguments(const QJsonObject &args)
 {
     const QString types[] = {u"int"_s, u"double"_s, u"bool"_s, u"string"_s, u"couleur"_s};
-    for (const QJsonValue value : args) {
+    for (const QJsonValue &value : args) {
         for (const QString &type : types) {
             checkTyping(value, type);
             checkTyping(defaultValueText(value, type), type);
@@ -98,7 +98,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     box.setExternalServices(services);
     ActionTaskBlockWidget card;
     card.setFunctions(services);
-    for (const QJsonValue task : tasks) {
+    for (const QJsonValue &task : tasks) {
         checkArguments(task["args"_L1].toObject());
         checkToolBox(box, task.toObject());
         checkCard(card, services, task.toObject());

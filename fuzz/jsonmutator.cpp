@@ -54,7 +54,7 @@ private:
             collect(it.value());
         }
         const QJsonArray array = value.toArray();
-        for (const QJsonValue element : array)
+        for (const QJsonValue &element : array)
             collect(element);
     }
 

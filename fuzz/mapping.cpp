@@ -42,7 +42,7 @@ public:
         for (const Node &node : m_nodes)
             node.box->applyConfig({{u"action"_s, u"none"_s}});
         bool reached = false;
-        for (const QJsonValue bridge : bridges) {
+        for (const QJsonValue &bridge : bridges) {
             if (!bridge.isObject())
                 continue;
             for (Node *node : nodesOf(bridge["src"_L1]["stringKey"_L1].toString())) {
@@ -115,7 +115,7 @@ private:
     {
         const QJsonArray tasks = bridge["dst"_L1].toArray();
         QString action = bridge["action"_L1].toString().trimmed();
-        for (const QJsonValue task : tasks) {
+        for (const QJsonValue &task : tasks) {
             if (action.isEmpty())
                 action = task["ref"_L1].toString().trimmed();
         }
@@ -126,7 +126,7 @@ private:
             box.applyConfig(config);
             return;
         }
-        for (const QJsonValue task : tasks) {
+        for (const QJsonValue &task : tasks) {
             const QJsonObject config = task.toObject();
             if (!config.contains("ref"_L1) && !config.contains("action"_L1))
                 continue;
@@ -142,7 +142,7 @@ private:
 void checkLookup(const QJsonArray &catalogue)
 {
     const FunctionIndex index(catalogue);
-    for (const QJsonValue entry : catalogue) {
+    for (const QJsonValue &entry : catalogue) {
         const QString names[] = {functionKey(entry), entry["name"_L1].toString()};
         for (const QString &name : names)
             mustHold(index.find(name) == findFunction(catalogue, name), "the index finds another function");
@@ -153,7 +153,7 @@ void checkBridges(const QJsonObject &exported, qsizetype nodes)
 {
     const QJsonArray bridges = exported["bridges"_L1].toArray();
     mustHold(exported.size() == 1 && bridges.size() <= nodes, "there are more bridges than pastilles");
-    for (const QJsonValue bridge : bridges) {
+    for (const QJsonValue &bridge : bridges) {
         mustHold(bridge["src"_L1].isObject() && bridge["dst"_L1].isArray(), "a bridge is not whole");
         mustHold(!bridge["src"_L1]["stringKey"_L1].toString().isEmpty(), "a bridge has no input");
     }
@@ -175,7 +175,7 @@ QStringList titlesOf(const QJsonObject &input)
 {
     QStringList titles;
     const QJsonArray given = input["titles"_L1].toArray();
-    for (const QJsonValue title : given) {
+    for (const QJsonValue &title : given) {
         // Without a title a pastille would be given one of its own making.
         if (!title.toString().isEmpty() && titles.size() < mostPastilles)
             titles.append(title.toString());

@@ -55,7 +55,7 @@ NoCodeDocument readNoCodeDocument(const QString &path)
         return result;
     }
     const QJsonArray bridges = document.object()["bridges"_L1].toArray();
-    for (const QJsonValue entry : bridges) {
+    for (const QJsonValue &entry : bridges) {
         const QJsonObject src = entry["src"_L1].toObject();
         result.bridges.append({.deviceType = src["deviceType"_L1].toString(),
                                .deviceId = numberOf(src["deviceId"_L1]),
@@ -88,7 +88,7 @@ QString tasksText(const QJsonArray &tasks)
     if (tasks.isEmpty())
         return u"nothing"_s;
     QStringList texts;
-    for (const QJsonValue task : tasks)
+    for (const QJsonValue &task : tasks)
         texts.append(taskText(task.toObject()));
     return texts.join(u"; "_s);
 }

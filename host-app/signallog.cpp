@@ -43,7 +43,7 @@ SignalLog::SignalLog(HostSession &session, QObject *parent)
     });
     connect(&session, &HostSession::restChanged, this, [this](int device, const QJsonArray &bias) {
         QStringList numbers;
-        for (const QJsonValue value : bias)
+        for (const QJsonValue &value : bias)
             numbers.append(QString::number(value.toDouble()));
         append(Kind::Event, {}, u"#%1 bias  %2"_s.arg(device).arg(numbers.join(u' ')));
     });

@@ -148,7 +148,7 @@ void ActionDesignerWidget::loadAction(int index)
     }
     m_nameEdit->setText(storedName(m_actions, index));
     const QJsonArray tasks = m_actions.at(index).toObject().value("tasks"_L1).toArray();
-    for (const QJsonValue task : tasks) {
+    for (const QJsonValue &task : tasks) {
         if (m_steps.size() == mostShownSteps)
             m_unshownTasks.append(task);
         else if (task.isObject())
@@ -174,7 +174,7 @@ void ActionDesignerWidget::commitAction(int index)
     for (const StepRow &step : std::as_const(m_steps))
         shown.append(step.block->config());
     QJsonArray tasks = storedTasks(shown);
-    for (const QJsonValue task : std::as_const(m_unshownTasks))
+    for (const QJsonValue &task : std::as_const(m_unshownTasks))
         tasks.append(task);
     QJsonObject action = m_actions.at(index).toObject();
     action["name"_L1] = displayName(m_nameEdit->text(), index);

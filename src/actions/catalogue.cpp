@@ -41,7 +41,7 @@ FunctionDef readFunction(const QJsonObject &entry, const EditorTraits &traits)
 {
     FunctionDef function{entry.value("name"_L1).toString(), entry.value("deviceType"_L1).toString(), {}};
     const QJsonArray params = entry.value("params"_L1).toArray();
-    for (const QJsonValue value : params) {
+    for (const QJsonValue &value : params) {
         if (!value.isObject())
             continue;
         const ParamDef param = readParam(value.toObject());
@@ -74,7 +74,7 @@ FunctionCatalogue FunctionCatalogue::read(const QJsonArray &entries, const Edito
     catalogue.m_data = QExplicitlySharedDataPointer<const Data>(data);
     data->source = entries;
     data->traits = traits;
-    for (const QJsonValue entry : entries) {
+    for (const QJsonValue &entry : entries) {
         FunctionDef function = readFunction(entry.toObject(), traits);
         if (function.name.isEmpty())
             continue;

@@ -30,7 +30,7 @@ QJsonArray tasksOf(const QString &name, const QJsonObject &config, const Functio
 /// The action of a bridge that tells none: that of its first task that has one.
 QString firstReference(const QJsonArray &tasks)
 {
-    for (const QJsonValue task : tasks) {
+    for (const QJsonValue &task : tasks) {
         const QString ref = task["ref"_L1].toString().trimmed();
         if (!ref.isEmpty())
             return ref;
@@ -40,7 +40,7 @@ QString firstReference(const QJsonArray &tasks)
 
 std::optional<QJsonObject> firstConfig(const QJsonArray &tasks)
 {
-    for (const QJsonValue task : tasks) {
+    for (const QJsonValue &task : tasks) {
         const QJsonObject config = task.toObject();
         if (config.contains("ref"_L1) || config.contains("action"_L1))
             return config;

@@ -124,7 +124,7 @@ void take(Binding &binding, const Bridge &bridge)
 QList<Binding> bindingsOf(const QJsonArray &bridges, const QStringList &titles)
 {
     BindingsByTitle bindings(titles);
-    for (const QJsonValue element : bridges) {
+    for (const QJsonValue &element : bridges) {
         if (!element.isObject())
             continue;
         const QJsonObject bridge = element.toObject();

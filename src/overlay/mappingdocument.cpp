@@ -41,7 +41,7 @@ QJsonObject substitutedObject(QJsonObject object, const QJsonObject &args)
 QJsonArray substitutedArray(const QJsonArray &array, const QJsonObject &args)
 {
     QJsonArray result;
-    for (const QJsonValue element : array)
+    for (const QJsonValue &element : array)
         result.append(substituteParams(element, args));
     return result;
 }
@@ -51,7 +51,7 @@ QJsonObject findFunction(const QJsonArray &catalogue, const QString &name)
 {
     if (name.trimmed().isEmpty())
         return {};
-    for (const QJsonValue entry : catalogue) {
+    for (const QJsonValue &entry : catalogue) {
         if (entry.isObject() && equalWithoutCase(entry["name"_L1].toString().trimmed(), name))
             return entry.toObject();
     }
@@ -64,7 +64,7 @@ QJsonArray buildTaskList(const QJsonObject &function, const QJsonObject &args)
     if (steps.isEmpty())
         steps = function["items"_L1].toArray();
     QJsonArray tasks;
-    for (const QJsonValue step : std::as_const(steps)) {
+    for (const QJsonValue &step : std::as_const(steps)) {
         if (step.isObject())
             tasks.append(substituteParams(step, args));
     }
@@ -106,12 +106,12 @@ QJsonArray refArrayOf(const QJsonDocument &document)
 QJsonArray mergedCatalogue(const QJsonArray &catalogue, const QJsonArray &added)
 {
     QSet<QString> seen;
-    for (const QJsonValue entry : catalogue)
+    for (const QJsonValue &entry : catalogue)
         seen.insert(functionKey(entry));
     seen.remove(QString());
 
     QJsonArray merged = catalogue;
-    for (const QJsonValue entry : added) {
+    for (const QJsonValue &entry : added) {
         const QString key = functionKey(entry);
         if (seen.contains(key))
             continue;

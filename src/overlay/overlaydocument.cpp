@@ -143,7 +143,7 @@ std::optional<OverlayDocument> readOverlayDocument(const QJsonObject &json, cons
                                             pictureRect(frame.pixmap, document.bgMode, document.overlaySize));
     const QJsonArray nodes = json["nodes"_L1].toArray();
     document.nodes.reserve(nodes.size());
-    for (const QJsonValue node : nodes)
+    for (const QJsonValue &node : nodes)
         document.nodes.append(readNode(node.toObject(), conversion));
     return document;
 }

@@ -107,7 +107,7 @@ void GamepadDefinder::setUpList()
 {
     m_listWidget->clear();
     m_listWidget->setViewMode(QListView::IconMode);
-    m_listWidget->setIconSize(QSize(200, 140));
+    m_listWidget->setIconSize(iconSize);
     m_listWidget->setGridSize(QSize(220, 190));
     m_listWidget->setResizeMode(QListView::Adjust);
     m_listWidget->setMovement(QListView::Static);
@@ -125,7 +125,7 @@ void GamepadDefinder::appendEntry(const GamepadEntry &entry)
     item->setTextAlignment(Qt::AlignHCenter | Qt::AlignTop);
     item->setSizeHint(m_listWidget->gridSize());
     item->setFlags(item->flags() | Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-    item->setIcon(makeItemIcon(entry.imagePath, m_listWidget->iconSize(), isLive(entry)));
+    item->setIcon(m_icons.iconOf(entry.imagePath, isLive(entry)));
     m_entries.last().item = item;
     m_listWidget->insertItem(m_listWidget->count(), item);
 }
@@ -135,7 +135,7 @@ void GamepadDefinder::refreshItem(const GamepadEntry &entry)
     if (!entry.item)
         return;
     entry.item->setText(entry.name);
-    entry.item->setIcon(makeItemIcon(entry.imagePath, m_listWidget->iconSize(), isLive(entry)));
+    entry.item->setIcon(m_icons.iconOf(entry.imagePath, isLive(entry)));
 }
 
 bool GamepadDefinder::isLive(const GamepadEntry &entry) const

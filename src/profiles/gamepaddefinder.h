@@ -4,6 +4,7 @@
 #include "controlmanette.h"
 #include "gamepadentry.h"
 #include "inputcapture.h"
+#include "profileicon.h"
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>
@@ -160,6 +161,8 @@ private:
     [[nodiscard]] TriggerAnswer askTriggerUse(const PendingInput &input, const QString &device);
 
     Gamepads m_realGamepads;
+    static constexpr QSize iconSize{200, 140};
+    ProfileIcons m_icons{iconSize};
     QListWidget *m_listWidget = nullptr;
     QComboBox *m_comboBoxVendorId = nullptr; ///< of gamepad names, despite its name
     InteractiveOverlay *m_widgetOverlay = nullptr;

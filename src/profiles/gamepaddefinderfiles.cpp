@@ -62,6 +62,7 @@ void GamepadDefinder::reloadProfiles()
         return;
     m_entries.clear();
     m_listWidget->clear();
+    m_icons = ProfileIcons(iconSize);
     const QStringList folders = profileFolders(gamepadsRootPath());
     for (const QString &folder : folders) {
         GamepadEntry entry;
@@ -173,6 +174,8 @@ void GamepadDefinder::actionChangeImage()
     QString imagePath;
     if (!isRow(row) || !isDone(this, copyProfilePicture(m_entries.at(row), picture, &imagePath)))
         return;
+    m_icons.forget(m_entries.at(row).imagePath);
+    m_icons.forget(imagePath);
     m_entries[row].imagePath = imagePath;
     refreshItem(m_entries.at(row));
     if (row == m_currentRow)
@@ -215,6 +218,7 @@ void GamepadDefinder::removeRow(int row)
         if (isOnShow)
             m_listWidget->setCurrentRow(-1);
     }
+    m_icons.forget(m_entries.at(row).imagePath);
     removeProfileFolder(m_entries.at(row).dirPath);
     m_entries.removeAt(row);
     m_currentRow = -1; // what went must not be saved

@@ -3,6 +3,7 @@
 
 #include "imagefile.h"
 
+#include <QtCore/QFileInfo>
 #include <QtGui/QBrush>
 #include <QtGui/QPainter>
 #include <QtGui/QPen>
@@ -38,6 +39,33 @@ QIcon untinted(const QPixmap &pixmap)
     icon.addPixmap(pixmap, QIcon::Selected);
     return icon;
 }
+
+/// The picture on white; null where it cannot be read.
+QPixmap unframed(const QString &picturePath, const QSize &size)
+{
+    const QPixmap picture = readPicture(picturePath);
+    if (picture.isNull())
+        return {};
+    QPixmap icon(size);
+    icon.fill(Qt::white);
+    QPainter painter(&icon);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const QPixmap scaled = picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    painter.drawPixmap((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2, scaled);
+    return icon;
+}
+
+QIcon finished(QPixmap icon, const QSize &size, bool live)
+{
+    if (icon.isNull())
+        return untinted(placeholder(size));
+    if (live) {
+        QPainter painter(&icon);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        drawLiveFrame(painter, icon.rect());
+    }
+    return untinted(icon);
+}
 } // namespace
 
 QPixmap readPicture(const QString &path)
@@ -49,18 +77,18 @@ QPixmap readPicture(const QString &path)
 
 QIcon makeItemIcon(const QString &picturePath, const QSize &size, bool live)
 {
-    const QPixmap picture = readPicture(picturePath);
-    if (picture.isNull())
-        return untinted(placeholder(size));
+    return finished(unframed(picturePath, size), size, live);
+}
 
-    QPixmap icon(size);
-    icon.fill(Qt::white);
-    QPainter painter(&icon);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QPixmap scaled = picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    painter.drawPixmap((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2, scaled);
-    if (live)
-        drawLiveFrame(painter, icon.rect());
-    painter.end();
-    return untinted(icon);
+QIcon ProfileIcons::iconOf(const QString &picturePath, bool live)
+{
+    const QFileInfo file(picturePath);
+    const QDateTime changed = file.lastModified();
+    const auto known = m_drawn.constFind(picturePath);
+    if (known != m_drawn.cend() && changed.isValid() && known->changed == changed &&
+        known->size == file.size())
+        return finished(known->unframed, m_size, live);
+    const QPixmap drawn = unframed(picturePath, m_size);
+    m_drawn.insert(picturePath, {.changed = changed, .size = file.size(), .unframed = drawn});
+    return finished(drawn, m_size, live);
 }

@@ -24,7 +24,7 @@ constexpr int pointsOfARound = 40;
 QString numbers(const QJsonArray &array)
 {
     QStringList texts;
-    for (const QJsonValue value : array)
+    for (const QJsonValue &value : array)
         texts.append(QString::number(value.toDouble()));
     return texts.join(u' ');
 }

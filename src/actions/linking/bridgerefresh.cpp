@@ -34,7 +34,7 @@ QString bridgeActionName(const QJsonObject &bridge)
     if (!action.isEmpty())
         return action;
     const QJsonArray tasks = bridge["dst"_L1].toArray();
-    for (const QJsonValue task : tasks) {
+    for (const QJsonValue &task : tasks) {
         for (const auto key : {"ref"_L1, "action"_L1}) {
             const QString name = task[key].toString().trimmed();
             if (!name.isEmpty())
@@ -48,7 +48,7 @@ std::optional<QJsonArray> refreshedBridges(const QJsonArray &bridges, const Func
 {
     QJsonArray refreshed;
     bool anyRebuilt = false;
-    for (const QJsonValue bridge : bridges) {
+    for (const QJsonValue &bridge : bridges) {
         const auto rebuilt = bridge.isObject() ? rebuiltBridge(bridge.toObject(), actions) : std::nullopt;
         anyRebuilt = anyRebuilt || rebuilt;
         refreshed.append(rebuilt ? QJsonValue(*rebuilt) : bridge);

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 QJsonObject withKnownNames(const QJsonObject &mapping, const QJsonArray &actions)
 {
     QSet<QString> exact;
-    for (const QJsonValue action : actions)
+    for (const QJsonValue &action : actions)
         exact.insert(action["name"_L1].toString());
     const FunctionIndex index(actions);
 

@@ -10,7 +10,7 @@ QStringList listedActions(const QJsonArray &catalogue)
 {
     QStringList names;
     QSet<QString> seen;
-    for (const QJsonValue entry : catalogue) {
+    for (const QJsonValue &entry : catalogue) {
         const QString name = entry.isObject() ? entry["name"_L1].toString().trimmed() : QString();
         const QString key = name.toLower();
         if (key.isEmpty() || seen.contains(key))

@@ -19,7 +19,7 @@ QJsonArray oldTasks(const QJsonArray &bridges, const QJsonObject &bridge)
     if (key.isEmpty())
         return {};
     const QString type = sourceText(bridge, "deviceType"_L1);
-    for (const QJsonValue old : bridges) {
+    for (const QJsonValue &old : bridges) {
         if (!equalWithoutCase(sourceText(old, "stringKey"_L1), key))
             continue;
         const QString oldType = sourceText(old, "deviceType"_L1);
@@ -49,7 +49,7 @@ QJsonObject mergedMapping(const QJsonObject &document, const QJsonArray &bridges
 {
     const QJsonArray oldBridges = document["bridges"_L1].toArray();
     QJsonArray newBridges;
-    for (const QJsonValue bridge : bridges)
+    for (const QJsonValue &bridge : bridges)
         newBridges.append(bridge.isObject() ? withOldTail(bridge.toObject(), oldBridges) : bridge);
 
     QJsonObject merged = document;

@@ -27,13 +27,13 @@ QString refKey(const QJsonValue &entry)
 QJsonArray mergeRefs(const QJsonArray &host, const QJsonArray &system)
 {
     QSet<QString> keys;
-    for (const QJsonValue entry : host) {
+    for (const QJsonValue &entry : host) {
         const QString key = refKey(entry);
         if (!key.isEmpty())
             keys.insert(key);
     }
     QJsonArray merged = host;
-    for (const QJsonValue entry : system) {
+    for (const QJsonValue &entry : system) {
         const QString key = refKey(entry);
         if (!key.isEmpty() && keys.contains(key))
             continue;
