@@ -185,6 +185,45 @@ private Q_SLOTS:
         file.close();
         QCOMPARE(painted(path, true).pixelColor(0, 0), QColor(Qt::darkGray));
     }
+
+    void theIconsOfAListAreTheSame()
+    {
+        ProfileIcons icons(iconSize);
+        const QString path = pictureOf(QSize(80, 60), Qt::red);
+        for (const QString &picture : {path, QString(), path + ".missing"_L1}) {
+            for (const bool live : {false, true, false})
+                QCOMPARE(icons.iconOf(picture, live)
+                             .pixmap(iconSize)
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32),
+                         painted(picture, live));
+        }
+    }
+
+    void theIconsOfAListFollowTheFile()
+    {
+        ProfileIcons icons(iconSize);
+        const QString path = temporaryHome() + "/following.png"_L1;
+        const auto colour = [&] {
+            return icons.iconOf(path, false).pixmap(iconSize).toImage().pixelColor(100, 70);
+        };
+        const auto save = [&path](const QSize &size, const QColor &color) {
+            QImage picture(size, QImage::Format_RGB32);
+            picture.fill(color);
+            QVERIFY(picture.save(path));
+        };
+        QCOMPARE(colour(), QColor(Qt::darkGray)); // no picture yet
+        save(QSize(80, 60), Qt::red);
+        QCOMPARE(colour(), QColor(Qt::red));
+        save(QSize(800, 600), Qt::blue);
+        QCOMPARE(colour(), QColor(Qt::blue));
+        QVERIFY(QFile::remove(path));
+        QCOMPARE(colour(), QColor(Qt::darkGray));
+        save(QSize(80, 60), Qt::red);
+        QCOMPARE(colour(), QColor(Qt::red));
+        icons.forget(path);
+        QCOMPARE(colour(), QColor(Qt::red));
+    }
 };
 
 GAMEPAD_TEST_MAIN(TestProfileIcon)
