@@ -67,6 +67,7 @@ int main(int argc, char *argv[])
     addOverlayLoadPairs(suite);
     addOverlayMappingPairs(suite);
     addDesignerPairs(suite);
+    addConfigWindowPairs(suite);
     addBridgeRefreshPairs(suite);
 
     RatioTable table(!quick);

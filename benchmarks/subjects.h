@@ -10,6 +10,7 @@ void addProfileLookupPairs(const Suite &suite);
 void addProfileListPairs(const Suite &suite);
 void addCardPairs(const Suite &suite);
 void addSnapshotPairs(const Suite &suite);
+void addConfigWindowPairs(const Suite &suite);
 void addDesignerPairs(const Suite &suite);
 void addOverlayLoadPairs(const Suite &suite);
 void addOverlayMappingPairs(const Suite &suite);
