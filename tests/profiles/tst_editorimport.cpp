@@ -262,7 +262,7 @@ private Q_SLOTS:
         const QString folder = QFileInfo(editor.entries().at(1).dirPath).fileName();
         for (const QString &path : treeOf(temporaryHome())) {
             // What file dialogs remember goes to "config"; the first profile is saved when it is left.
-            QVERIFY2(before.contains(path) || path.contains(folder) || path.startsWith("work"_L1) ||
+            QVERIFY2(before.contains(path) || path.contains(folder) || path.startsWith("desk"_L1) ||
                          path.startsWith("config"_L1) || path.endsWith("configActionGamepad.json"_L1),
                      qPrintable(path));
         }

@@ -73,6 +73,7 @@ private:
     [[nodiscard]] HostProcess::Condition held(const QString &key, double value) const;
     StepResult awaitRest();
     [[nodiscard]] int selectedDevice() const;
+    [[nodiscard]] bool letGo();
     [[nodiscard]] QString hand(const QStringList &gestures);
     [[nodiscard]] QString profileFile(const QString &name) const;
     StepResult awaitFiring(const QString &key, qsizetype from);

@@ -51,6 +51,14 @@ QByteArray Road::document() const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// A press that follows before the release was read would be no press.
+bool Road::letGo()
+{
+    const qsizetype from = m_host->mark();
+    m_pad.setButton(buttonNumber, false);
+    return m_host->waitFor(reported::button(selectedDevice(), button, false), from).has_value();
+}
+
 StepResult Road::openWindow()
 {
     QString problem = m_host->command(u"configure"_s);
@@ -90,13 +98,11 @@ StepResult Road::learnButton()
     const QString problem = hand({u"rightclick widgetOverlay/TouchArea"_s, u"press Écouter un nom (vert)"_s});
     if (!problem.isEmpty())
         return missed(problem);
-    const qsizetype from = m_host->mark();
     m_pad.setButton(buttonNumber, true);
     const auto overlay = written::document(profileFile(u"overlay.json"_s), [](const QJsonObject &document) {
         return document["nodes"_L1][0]["title"_L1] == button;
     });
-    m_pad.setButton(buttonNumber, false);
-    if (!overlay || !m_host->waitFor(reported::button(selectedDevice(), button, false), from))
+    if (!letGo() || !overlay)
         return missed(u"overlay.json with a pastille called but_3"_s);
     return happened(u"overlay.json with a pastille called but_3"_s);
 }
@@ -170,8 +176,7 @@ StepResult Road::bindButton()
             return bridge["action"_L1] == actionName && bridge["src"_L1]["stringKey"_L1] == button &&
                    bridge["dst"_L1][0]["args"_L1]["brightness"_L1] == 80;
         });
-    m_pad.setButton(buttonNumber, false);
-    if (!mapping)
+    if (!letGo() || !mapping)
         return missed(u"a bridge from but_3 to the action in configActionGamepad.json"_s);
     const QString path = profileFile(u"configActionGamepad.json"_s);
     const auto told = m_host->waitFor(
@@ -198,6 +203,7 @@ StepResult Road::fireBridge()
     const qsizetype from = m_host->mark();
     m_pad.setButton(buttonNumber, true);
     StepResult fired = awaitFiring(button, from);
-    m_pad.setButton(buttonNumber, false);
+    if (!letGo() && fired.happened)
+        return missed(u"dataChanged with but_3 = false"_s);
     return fired;
 }
