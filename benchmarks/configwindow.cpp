@@ -310,7 +310,7 @@ void rewrite(const QString &path)
         return;
     QJsonObject document = QJsonDocument::fromJson(file.readAll()).object();
     file.close();
-    document["bridges"_L1] = forButtons(mappingOf(pastilles, full.actions))["bridges"_L1];
+    document["bridges"_L1] = forButtons(mappingOf(pastilles, full.actions)).value("bridges"_L1);
     if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         file.write(QJsonDocument(document).toJson());
 }

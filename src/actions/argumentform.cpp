@@ -56,7 +56,8 @@ void ArgumentForm::setParams(const QList<ParamDef> &params)
     clear();
     const qsizetype shown = std::min(params.size(), mostFields);
     m_fields.reserve(shown);
-    for (const ParamDef &param : params.first(shown))
+    const QList<ParamDef> visible = params.first(shown);
+    for (const ParamDef &param : visible)
         m_fields.append(makeField(param));
     m_unshownArgs = defaultArgs(params.sliced(shown));
 }

@@ -84,7 +84,7 @@ Q_SIGNALS:
                                const QJsonObject &overlay, const QString &imagePath);
 
 public Q_SLOTS:
-    void on_pushButtonAdd_clicked();
+    void on_pushButtonAdd_clicked(); // clazy:exclude=connect-by-name (wired by its name, as its form is)
     void onListSelectionChanged(int row);
     /// `pos` is the list viewport's.
     void showListContextMenu(const QPoint &pos);

@@ -160,10 +160,10 @@ private Q_SLOTS:
 
     void parametersBeyondWhatCanBeShownKeepTheirValues()
     {
-        constexpr int count = 30'000; // fields for all of them would take half a minute
+        constexpr int many = 30'000; // fields for all of them would take half a minute
         QList<ParamDef> params;
         QJsonObject defaults;
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < many; ++i) {
             params.append({u"p%1"_s.arg(i, 5, 10, QChar(u'0')), u"int"_s, QString::number(i)});
             defaults.insert(params.last().name, i);
         }

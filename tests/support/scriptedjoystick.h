@@ -18,7 +18,7 @@ struct Pad
     unsigned vendorId = 0x1234;
     unsigned productId = 0xabcd;
     std::array<std::optional<float>, 8> axes{}; ///< -100 to 100
-    std::bitset<32> buttons{};
+    std::bitset<32> buttons;
     unsigned buttonCount = 0;
 };
 
