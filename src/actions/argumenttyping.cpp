@@ -78,7 +78,7 @@ QString normalizeType(const QString &word)
         return u"double"_s;
     if (type == "boolean"_L1)
         return u"bool"_s;
-    return type; // NOLINT(performance-no-automatic-move): a shared text is copied by counting
+    return type;
 }
 
 QString normalizeExpression(const QString &text)

@@ -16,14 +16,14 @@ QJsonObject withKnownNames(const QJsonObject &mapping, const QJsonArray &actions
 
     QJsonArray bridges = mapping["bridges"_L1].toArray();
     bool differs = false;
-    for (qsizetype i = 0; i < bridges.size(); ++i) {
-        QJsonObject bridge = bridges.at(i).toObject();
+    for (QJsonValueRef element : bridges) {
+        QJsonObject bridge = element.toObject();
         const QString name = bridge.value("action"_L1).toString().trimmed();
-        const QString known = exact.contains(name) ? QString() : index.find(name)["name"_L1].toString();
+        const QString known = exact.contains(name) ? QString() : index.find(name).value("name"_L1).toString();
         if (known.isEmpty())
             continue;
         bridge["action"_L1] = known;
-        bridges[i] = bridge;
+        element = bridge;
         differs = true;
     }
     if (!differs)
