@@ -19,7 +19,8 @@ public:
     {
         QDir().mkpath(folder);
 #ifdef Q_OS_LINUX
-        const QByteArray options = "nr_inodes=" + QByteArray::number(places) + ",size=" + QByteArray::number(kilobytes) + 'k';
+        const QByteArray options =
+            "nr_inodes=" + QByteArray::number(places) + ",size=" + QByteArray::number(kilobytes) + 'k';
         m_mounted = ::mount("disk", m_folder.constData(), "tmpfs", 0, options.constData()) == 0;
 #else
         Q_UNUSED(places)
