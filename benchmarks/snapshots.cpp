@@ -208,6 +208,7 @@ void measureOverReadyWidgets(benchmark::State &state)
     Outputs outputs(profiles);
     const QPixmap picture = QPixmap::fromImage(drawnPad());
     std::vector<std::unique_ptr<InteractiveOverlay>> ready;
+    ready.reserve(profileCount);
     for (int i = 0; i < profileCount; ++i)
         ready.push_back(shownWidgets(outputs.overlay(), picture));
     outputs.compareOver(state, [&](const QString &folder) {
