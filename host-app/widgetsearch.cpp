@@ -2,6 +2,7 @@
 #include "widgetsearch.h"
 
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
 
 using namespace Qt::StringLiterals;
 
