@@ -67,7 +67,8 @@ void checkToolBox(ActionToolBox &box, const QJsonObject &config)
     box.applyConfig(config);
     const QJsonObject given = box.config();
     box.applyConfig(given);
-    mustHold(given.isEmpty() || box.config()["ref"_L1] == given["ref"_L1], "a tool box lost its function");
+    mustHold(given.isEmpty() || box.config().value("ref"_L1) == given["ref"_L1],
+             "a tool box lost its function");
     box.setInputKind(1);
     box.setInputKind(0);
 }
@@ -79,7 +80,8 @@ void checkCard(ActionTaskBlockWidget &card, const QJsonArray &services, const QJ
     const QJsonObject given = card.config();
     mustHold(given["ref"_L1] == task["ref"_L1], "a card shows another function than it was told");
     card.setFunctions(services);
-    mustHold(card.config()["ref"_L1] == given["ref"_L1], "a card lost its function to the same catalogue");
+    mustHold(card.config().value("ref"_L1) == given["ref"_L1],
+             "a card lost its function to the same catalogue");
 }
 } // namespace
 

@@ -49,15 +49,16 @@ qsizetype countInState(const QJsonObject &json, QLatin1StringView state)
 /// The document without what its first reading settles: a kind of input that contradicts the input's key.
 QJsonObject withoutKinds(QJsonObject json)
 {
-    QJsonArray nodes = json["nodes"_L1].toArray();
-    for (QJsonValueRef value : nodes) {
+    const QJsonArray nodes = json["nodes"_L1].toArray();
+    QJsonArray settled;
+    for (const QJsonValue &value : nodes) {
         QJsonObject node = value.toObject();
         QJsonObject src = node["src"_L1].toObject();
         src.remove("isJoy"_L1);
         node["src"_L1] = src;
-        value = node;
+        settled.append(node);
     }
-    json["nodes"_L1] = nodes;
+    json["nodes"_L1] = settled;
     return json;
 }
 

@@ -131,13 +131,15 @@ std::optional<Spot> spotOf(QWidget *widget, const QString &item)
 std::optional<Spot> spotWithText(const QString &text)
 {
     if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())) {
-        for (QAction *action : menu->actions()) {
+        const QList<QAction *> actions = menu->actions();
+        for (QAction *action : actions) {
             if (plain(action->text()) == text && action->isEnabled())
                 return Spot{menu, menu->actionGeometry(action).center()};
         }
         return std::nullopt;
     }
-    for (QWidget *widget : widgetsInReach()) {
+    const QList<QWidget *> widgets = widgetsInReach();
+    for (QWidget *widget : widgets) {
         const auto *button = qobject_cast<QAbstractButton *>(widget);
         if (button && plain(button->text()) == text && button->isEnabled())
             return Spot{widget, widget->rect().center()};
@@ -239,5 +241,3 @@ Hand::Move Hand::plan(const QString &gesture)
         return {.act = [spot] { click(*spot, Qt::RightButton); }, .problem = {}};
     return {.act = {}, .problem = u"there is no gesture \"%1\""_s.arg(kind)};
 }
-
-#include "moc_hand.cpp"

@@ -54,7 +54,7 @@ NoCodeDocument readNoCodeDocument(const QString &path)
         result.problem = error.error == QJsonParseError::NoError ? u"not an object"_s : error.errorString();
         return result;
     }
-    const QJsonArray bridges = document.object()["bridges"_L1].toArray();
+    const QJsonArray bridges = document.object().value("bridges"_L1).toArray();
     for (const QJsonValue &entry : bridges) {
         const QJsonObject src = entry["src"_L1].toObject();
         result.bridges.append({.deviceType = src["deviceType"_L1].toString(),

@@ -24,7 +24,8 @@ int depth(const QWidget *window)
 QList<QWidget *> shownInside(QWidget *widget)
 {
     QList<QWidget *> shown;
-    for (QWidget *child : widget->findChildren<QWidget *>()) {
+    const QList<QWidget *> children = widget->findChildren<QWidget *>();
+    for (QWidget *child : children) {
         if (child->isVisible() && child->window() == widget->window())
             shown.append(child);
     }
@@ -40,7 +41,8 @@ QWidget *windowOnTop()
         return active;
     // Without a window manager none is active; a window stands above the one that it belongs to.
     QWidget *top = nullptr;
-    for (QWidget *window : QApplication::topLevelWidgets()) {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
         if (window->isVisible() && window->windowType() == Qt::Window && depth(window) >= depth(top))
             top = window;
     }
@@ -56,7 +58,8 @@ QList<QWidget *> widgetsInReach()
     widgets += shownInside(top);
     if (QApplication::activeModalWidget())
         return widgets;
-    for (QWidget *window : QApplication::topLevelWidgets()) {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
         if (window != top && window->isVisible())
             widgets += QList{window} + shownInside(window);
     }

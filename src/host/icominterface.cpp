@@ -2,4 +2,3 @@
 #include "icominterface.h"
 
 // The meta-object lives here, so that every target that links this folder shares one.
-#include "moc_icominterface.cpp"

@@ -8,5 +8,3 @@ void registerContractTypes()
     qRegisterMetaType<IComInterface::DeviceType>("IComInterface::DeviceType");
     qRegisterMetaType<IComInterface::ComStatus>("IComInterface::ComStatus");
 }
-
-#include "moc_icominterfacemodelprovider.cpp"

@@ -219,5 +219,3 @@ void ControlManette::readAxisPresence(SfmlSlot slot)
     for (int i = 0; i < axisCount; ++i)
         m_axisPresent[static_cast<std::size_t>(i)] = slot.hasAxis(i);
 }
-
-#include "moc_controlmanette.cpp"

@@ -192,5 +192,3 @@ bool GamepadManager::tracksSlot(int slot) const
     return std::ranges::any_of(
         m_gamepads, [slot](const auto &gamepad) { return gamepad && gamepad->deviceId() == slot; });
 }
-
-#include "moc_gamepadmanager.cpp"

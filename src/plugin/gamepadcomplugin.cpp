@@ -128,5 +128,3 @@ QIcon GamepadComPlugin::icon()
 {
     return QIcon(u":/icon/ressources/console-video.png"_s);
 }
-
-#include "moc_gamepadcomplugin.cpp"

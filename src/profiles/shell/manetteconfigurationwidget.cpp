@@ -97,5 +97,3 @@ bool ManetteConfigurationWidget::offerActions(const QJsonArray &actions)
     linker->setServicesLocked(true);
     return true;
 }
-
-#include "moc_manetteconfigurationwidget.cpp"
