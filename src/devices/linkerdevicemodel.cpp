@@ -7,7 +7,7 @@
 
 LinkerDeviceModel::LinkerDeviceModel(const QString &context, QObject *parent)
     : QAbstractListModel(parent)
-    , m_context(context)
+    , m_context(context) // NOLINT(modernize-pass-by-value): shared, so copied by counting
 {
     loadFromDisk();
     QTimer::singleShot(0, this, &LinkerDeviceModel::syncWithManager);

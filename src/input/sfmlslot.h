@@ -18,7 +18,6 @@ public:
 
     explicit SfmlSlot(int slot)
         : m_slot(static_cast<unsigned>(slot))
-        , m_exists(slot >= 0 && slot < slotCount)
     {}
 
     [[nodiscard]] bool exists() const { return m_exists; }
@@ -51,8 +50,8 @@ public:
     }
 
 private:
-    unsigned m_slot;
-    bool m_exists;
+    unsigned m_slot; ///< of a negative number, far above what exists
+    bool m_exists = m_slot < sf::Joystick::Count;
 };
 
 /// SFML's UTF-32 text.
