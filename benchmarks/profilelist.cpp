@@ -86,7 +86,8 @@ int openEditor(const StoredProfiles &profiles)
     return static_cast<int>(editor.entries().size());
 }
 
-/// Reads the same documents and pictures, scales the pictures, and returns how many there were.
+/// Reads the same documents and pictures, scales the pictures, and returns how many there were. The picture
+/// of the first profile is read once more, in its own size, since the editor shows it.
 int readAndScale(const StoredProfiles &profiles)
 {
     profiles.enter();
@@ -104,7 +105,8 @@ int readAndScale(const StoredProfiles &profiles)
         if (icons.constLast().isNull())
             icons.removeLast();
     }
-    return static_cast<int>(icons.size());
+    const QPixmap shown(root.filePath(folders.value(0) + "/image.png"_L1));
+    return shown.isNull() ? 0 : static_cast<int>(icons.size());
 }
 
 /// `*found` is how many profiles the last round found.

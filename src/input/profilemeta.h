@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 
 #include <optional>
+#include <utility>
 
 /// What a profile's `meta.json` tells of the gamepad that it is for. Each answer is read when it is asked
 /// for: a lookup goes past most profiles after one or two.
@@ -25,8 +26,8 @@ public:
     [[nodiscard]] QString image() const;
 
 private:
-    explicit ProfileMeta(const QJsonObject &object)
-        : m_object(object)
+    explicit ProfileMeta(QJsonObject object)
+        : m_object(std::move(object))
     {}
 
     QJsonObject m_object;

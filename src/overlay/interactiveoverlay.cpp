@@ -82,7 +82,7 @@ TouchArea *InteractiveOverlay::addPastille(const QPoint &centre, const QString &
 
     QString shown = title;
     if (shown.isEmpty())
-        shown = box->config()["ref"_L1].toString();
+        shown = box->config().value("ref"_L1).toString();
     if (shown.isEmpty())
         shown = u"Bouton %1"_s.arg(m_nextTitleIndex++);
     area->setTitle(shown);

@@ -82,8 +82,7 @@ bool InteractiveOverlay::fromJson(const QJsonObject &json)
 
 void InteractiveOverlay::clearNodes()
 {
-    for (auto node = m_nodes.crbegin(); node != m_nodes.crend(); ++node)
-        retire(*node);
+    std::for_each(m_nodes.crbegin(), m_nodes.crend(), [this](const OverlayNode &node) { retire(node); });
     clearLines();
     m_nodes.clear();
     m_activeArea = nullptr;
