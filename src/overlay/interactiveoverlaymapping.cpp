@@ -17,7 +17,7 @@ void repeatKind(ActionToolBox *box, bool isJoy, int times)
     bool filled = true;
     for (int i = 0; i < times && filled; ++i) {
         int emissions = 0;
-        QObject counter;
+        const QObject counter;
         QObject::connect(box, &ActionToolBox::durty, &counter, [&emissions] { ++emissions; });
         box->setInputKind(inputKind(isJoy));
         filled = emissions > 1;

@@ -107,7 +107,7 @@ void InteractiveOverlay::applyExternalServices(const QJsonArray & /*services*/)
 void InteractiveOverlay::takeFunction(const OverlayNode &node, const ConfigSpreads &spreads)
 {
     const ConfigSpreads::Spread *last = node.area ? spreads.lastTo(node.area->title()) : nullptr;
-    if (!last || last->config["ref"_L1] == node.box->config()["ref"_L1])
+    if (!last || last->config["ref"_L1] == node.box->config().value("ref"_L1))
         return;
     // Its arguments will be gone with the new catalogue, but its function stays.
     const QScopedValueRollback propagating(m_propagating, true);
