@@ -63,7 +63,8 @@ void GamepadDefinder::setRealGamepads(const Gamepads &gamepads)
     if (gamepads == m_realGamepads)
         return;
     const QPointer<GamepadDefinder> self = this;
-    const Gamepads applied = gamepads;
+    // A copy, as the list may be the caller's own and change with the listeners.
+    const Gamepads applied(gamepads.begin(), gamepads.end());
     m_realGamepads = applied;
     Q_EMIT realGamepadsChanged();
     // A listener may have changed the list again, and that one is applied by now.
@@ -225,7 +226,8 @@ void GamepadDefinder::bindGamepad(ControlManette *gamepad)
 
 void GamepadDefinder::unbindGamepad()
 {
-    for (const QMetaObject::Connection &connection : std::exchange(m_inputConnections, {}))
+    const QList<QMetaObject::Connection> connections = std::exchange(m_inputConnections, {});
+    for (const QMetaObject::Connection &connection : connections)
         disconnect(connection);
     resetPendingInput();
     const QPointer<ControlManette> bound = std::exchange(m_boundGamepad, nullptr);
