@@ -70,7 +70,8 @@ QWidget *findInReach(const QString &name)
 {
     QList<QWidget *> candidates = widgetsInReach();
     QWidget *found = nullptr;
-    for (const QString &part : name.split(u'/')) {
+    const QStringList parts = name.split(u'/');
+    for (const QString &part : parts) {
         const QString wanted = part.section(u'#', 0, 0);
         qsizetype left = part.section(u'#', 1, 1).toLongLong();
         found = nullptr;

@@ -5,9 +5,10 @@
 
 #include <QtCore/QTimer>
 
+// NOLINTNEXTLINE(modernize-pass-by-value): a shared text is copied by counting
 LinkerDeviceModel::LinkerDeviceModel(const QString &context, QObject *parent)
     : QAbstractListModel(parent)
-    , m_context(context) // NOLINT(modernize-pass-by-value): shared, so copied by counting
+    , m_context(context)
 {
     loadFromDisk();
     QTimer::singleShot(0, this, &LinkerDeviceModel::syncWithManager);
