@@ -5,6 +5,7 @@
 #include "testmain.h"
 #include "virtualbench.h"
 
+#include <QtCore/QJsonArray>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
