@@ -128,3 +128,7 @@ QIcon GamepadComPlugin::icon()
 {
     return QIcon(u":/icon/ressources/console-video.png"_s);
 }
+
+// The plugin's metadata is part of moc's output and records the version that was set above, so it has to be
+// compiled in this file.
+#include "moc_gamepadcomplugin.cpp" // NOLINT(bugprone-suspicious-include)
