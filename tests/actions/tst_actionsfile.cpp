@@ -4,6 +4,7 @@
 #include "actionsdocument.h"
 #include "designerstage.h"
 #include "installationfolders.h"
+#include "machine.h"
 #include "testmain.h"
 
 #include <QtCore/QTemporaryDir>
@@ -204,7 +205,11 @@ private Q_SLOTS:
         QCOMPARE(readFile(path(u"real.json"_s)), actionsJson(ofTheUser()));
     }
 
-    void aFullDiskIsAFailure() { QVERIFY(!writeActions(u"/dev/full"_s, ofTheUser())); }
+    void aFullDiskIsAFailure()
+    {
+        GAMEPAD_NEED_FULL_DEVICE();
+        QVERIFY(!writeActions(fullDevice(), ofTheUser()));
+    }
 
 private:
     QString path(const QString &below) const { return m_dir->path() + u'/' + below; }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "machine.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QString>
@@ -43,3 +45,5 @@ private:
     QByteArray m_folder;
     bool m_mounted = false;
 };
+
+#define GAMEPAD_NEED_MOUNTED(disk) GAMEPAD_NEED((disk).mounted(), "the right to mount a disk")

@@ -240,8 +240,7 @@ private Q_SLOTS:
         QFETCH(const QString, file);
         const QString chosen = picture();
         const SmallDisk disk(profilesRootPath(), places);
-        if (!disk.mounted())
-            QSKIP("no disk can be mounted here");
+        GAMEPAD_NEED_MOUNTED(disk);
         GamepadDefinder editor;
         Dialogs dialogs({Dialogs::type(u"x"_s), Dialogs::choose(chosen), Dialogs::ok(), Dialogs::ok()});
         editor.actionNew();

@@ -2,6 +2,7 @@
 #include "jsonfiles.h"
 
 #include "exchangefiles.h"
+#include "machine.h"
 #include "smalldisk.h"
 #include "testmain.h"
 
@@ -203,25 +204,21 @@ private Q_SLOTS:
 
     void onlyBytesAreCountedOnAFullDisk()
     {
-#ifdef Q_OS_LINUX
-        const QString full = u"/dev/full"_s;
+        GAMEPAD_NEED_FULL_DEVICE();
+        const QString full = fullDevice();
         QString error;
         QVERIFY(writeJsonFile(full, object("{'a':1}"), &error, true));
         QVERIFY(error.isEmpty());
         QVERIFY(!writeBytesFile(full, "a", &error));
         QCOMPARE(error, incomplete(full));
         QVERIFY(!writeBytesFile(full, "a", nullptr));
-#else
-        QSKIP("no device that is always full");
-#endif
     }
 
     void whatFittedOnTheDiskStays()
     {
         const QString folder = below(u"disk"_s);
         const SmallDisk disk(folder, 10, 64);
-        if (!disk.mounted())
-            QSKIP("no disk can be mounted here");
+        GAMEPAD_NEED_MOUNTED(disk);
         const QString path = folder + "/bytes"_L1;
         QString error;
         QVERIFY(!writeBytesFile(path, QByteArray(100'000, 'x'), &error));

@@ -2,6 +2,7 @@
 #include "profilechanges.h"
 
 #include "exchangefiles.h"
+#include "machine.h"
 #include "profilesroot.h"
 #include "profilestore.h"
 #include "smalldisk.h"
@@ -169,8 +170,7 @@ private Q_SLOTS:
         QFETCH(const QString, file);
         const QString chosen = picture();
         const SmallDisk disk(makeProfilesRoot(), places);
-        if (!disk.mounted())
-            QSKIP("no disk can be mounted here");
+        GAMEPAD_NEED_MOUNTED(disk);
         QString folder;
         const StoreResult result = createProfileFiles(profilesRootPath(), newProfile(chosen), &folder);
         QVERIFY(result);
@@ -222,17 +222,14 @@ private Q_SLOTS:
 
     void savingOntoAFullDiskFailsAtTheOverlay()
     {
-#ifdef Q_OS_LINUX
+        GAMEPAD_NEED_FULL_DEVICE();
         const GamepadEntry entry = stored();
         const QByteArray meta = bytesIn(entry.dirPath + "/meta.json"_L1);
-        QVERIFY(QFile::remove(entry.overlayPath) && QFile::link(u"/dev/full"_s, entry.overlayPath));
+        QVERIFY(QFile::remove(entry.overlayPath) && QFile::link(fullDevice(), entry.overlayPath));
         QCOMPARE(saveProfileFiles(entry, "{}"),
                  (StoreFailure{StoreStep::SaveOverlay,
                                u"Ã‰criture incomplÃ¨te dans %1"_s.arg(entry.overlayPath)}));
         QCOMPARE(bytesIn(entry.dirPath + "/meta.json"_L1), meta);
-#else
-        QSKIP("no device that is always full");
-#endif
     }
 
     void savingWithoutTheMappingHasWrittenTheOverlay()
@@ -366,8 +363,7 @@ private Q_SLOTS:
             QVERIFY(QFile::remove(mappingPath(entry.dirPath)));
         const QString root = home(u"disk"_s);
         const SmallDisk disk(root, places);
-        if (!disk.mounted())
-            QSKIP("no disk can be mounted here");
+        GAMEPAD_NEED_MOUNTED(disk);
         QString folder;
         const StoreResult result = duplicateProfileFiles(root, entry, &folder);
         QVERIFY(result);

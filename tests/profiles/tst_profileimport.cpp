@@ -126,8 +126,7 @@ private Q_SLOTS:
         QFETCH(const QString, file);
         QFETCH(const QString, text);
         const SmallDisk disk(root(), places);
-        if (!disk.mounted())
-            QSKIP("This machine lets nobody make a small disk here.");
+        GAMEPAD_NEED_MOUNTED(disk);
 
         QString folder;
         const auto failure = importProfileFiles(root(), someProfile(), &folder);

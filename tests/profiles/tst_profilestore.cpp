@@ -252,8 +252,7 @@ private Q_SLOTS:
         write(elsewhere + "/meta.json"_L1, meta());
         write(elsewhere + "/overlay.json"_L1, "{}");
         QVERIFY(QDir().mkpath(profilesRootPath()));
-        if (!QFile::link(elsewhere, folderOf(u"link"_s)))
-            QSKIP("no links here");
+        QVERIFY(QFile::link(elsewhere, folderOf(u"link"_s)));
         QVERIFY(loadEntryFromDir(folderOf(u"link"_s), nullptr));
         removeProfileFolder(folderOf(u"link"_s));
         QCOMPARE(profileFolders(profilesRootPath()), QStringList());
