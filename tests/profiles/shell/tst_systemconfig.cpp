@@ -6,6 +6,7 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QJsonObject>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
 
@@ -53,6 +54,22 @@ class TestSystemConfig : public QObject
         return m_installation.path() + u"/configuration/system/systemConfig.json"_s;
     }
 
+    /// The program's folder and the three above it, which no other program shares.
+    static QStringList programFolders()
+    {
+        QStringList folders{QCoreApplication::applicationDirPath()};
+        while (folders.size() < 4)
+            folders.append(QFileInfo(folders.last()).path());
+        return folders;
+    }
+
+    static void clearProgramFolders()
+    {
+        const QStringList folders = programFolders();
+        for (const QString &folder : folders)
+            QVERIFY(QDir(folder + u"/configuration"_s).removeRecursively());
+    }
+
     static void expectWarning(const QString &path)
     {
         static QByteArray text; // read while the message is awaited
@@ -61,6 +78,11 @@ class TestSystemConfig : public QObject
     }
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // Only what lies there is this test's to remove: elsewhere it would be somebody's installation.
+        QCOMPARE(QFileInfo(programFolders().last()).fileName(), u"tst_systemconfig.installation"_s);
+    }
     void init()
     {
         failOnUnexpectedWarnings();
@@ -68,6 +90,7 @@ private Q_SLOTS:
         m_before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(m_installation.path()));
         QDir(m_installation.path() + u"/configuration"_s).removeRecursively();
+        clearProgramFolders(); // an aborted run leaves its files there
     }
     void cleanup() { QVERIFY(QDir::setCurrent(m_before)); }
 
@@ -93,30 +116,24 @@ private Q_SLOTS:
         QCOMPARE(loadSystemConfigRefs(), QJsonArray{u"users"_s});
     }
 
-    // An empty list, since other tests run beside this one from the same folders.
     void theProgramsFoldersAreSearchedBeforeTheCurrentOne_data()
     {
-        QTest::addColumn<QStringList>("folders");
-        const QString program = QCoreApplication::applicationDirPath();
-        const QString above = QDir::cleanPath(program + u"/.."_s);
-        QTest::newRow("program's own") << QStringList{program, above};
-        QTest::newRow("above it") << QStringList{above};
+        QTest::addColumn<int>("levelsUp");
+        QTest::newRow("program's own") << 0;
+        QTest::newRow("above it") << 1;
+        QTest::newRow("two above it") << 2;
+        QTest::newRow("three above it") << 3;
     }
     void theProgramsFoldersAreSearchedBeforeTheCurrentOne()
     {
-        QFETCH(const QStringList, folders);
+        QFETCH(const int, levelsUp);
+        const QStringList folders = programFolders().mid(levelsUp);
+        const auto tidy = qScopeGuard([] { clearProgramFolders(); });
         write(installedFile(), "[]");
-        for (const QString &folder : folders) {
-            if (QFile::exists(folder + u"/configuration"_s))
-                QSKIP("a folder of that name stands beside the build");
-        }
         for (const QString &folder : folders)
             write(folder + u"/configuration/system/systemConfig.json"_s, "[]");
-        const QString found = findSystemConfigPath();
-        for (const QString &folder : folders)
-            QVERIFY(QDir(folder + u"/configuration"_s).removeRecursively());
         // Clean, too: the folder above is looked up as the program's "..".
-        QCOMPARE(found, folders.first() + u"/configuration/system/systemConfig.json"_s);
+        QCOMPARE(findSystemConfigPath(), folders.first() + u"/configuration/system/systemConfig.json"_s);
     }
 
     void aTouchedFileIsReadAgainAndAnUnchangedOneIsNotOpened()
