@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Listeners of the manager that run an event loop, as a message box does, while pads come and go.
 #include "gamepadmanager.h"
+#include "managertest.h"
 #include "scriptedjoystick.h"
 #include "testmain.h"
 #include "tickdriver.h"
@@ -14,14 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-QList<int> slotsOf(const GamepadManager *manager)
-{
-    QList<int> slots;
-    for (const auto &gamepad : manager->gamepads())
-        slots.append(gamepad ? gamepad->deviceId() : -1);
-    return slots;
-}
-
 /// An event loop that is left when `reached` holds; true then.
 bool waitInside(const std::function<bool()> &reached)
 {
@@ -40,13 +33,9 @@ bool waitInside(const std::function<bool()> &reached)
 }
 } // namespace
 
-class TestDiscoveryDialogs : public QObject
+class TestDiscoveryDialogs : public ManagerTest
 {
     Q_OBJECT
-
-    QPointer<QObject> m_parent;
-
-    GamepadManager *manager() { return GamepadManager::instance(m_parent); }
 
     /// How the discovery began in which the listener's event loop runs. Qt does not let a timer expire inside
     /// itself, so that below the poll the pump alone finds what happens.
@@ -66,14 +55,6 @@ class TestDiscoveryDialogs : public QObject
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        failOnUnexpectedWarnings();
-        scripted::reset();
-        m_parent = new QObject;
-    }
-    void cleanup() { delete m_parent; }
-
     void padsComeAndGoInsideGamepadAdded_data() { begunRows(); }
     void padsComeAndGoInsideGamepadAdded()
     {
@@ -92,21 +73,21 @@ private Q_SLOTS:
                 scripted::unplug(2);
                 scripted::plug(5, scripted::restingPad());
                 scripted::post(scripted::WindowEvent::JoystickDisconnected);
-                found = waitInside([this] { return slotsOf(manager()) == QList<int>{5}; });
+                found = waitInside([this] { return listedSlots() == QList<int>{5}; });
                 done = true;
             },
             Qt::SingleShotConnection);
         scripted::plug(2, scripted::restingPad());
         QVERIFY(discover(byThePoll, done));
         QVERIFY(found);
-        QCOMPARE(slotsOf(manager()), QList<int>{5});
+        QCOMPARE(listedSlots(), QList<int>{5});
         QCOMPARE(come.size(), 2);
         QCOMPARE(gone.size(), 1);
         QCOMPARE(gone.first().first(), QVariant(2));
         QCOMPARE(manager()->findChildren<ControlManette *>().size(), 1);
         // Discovery goes on as ever.
         scripted::plug(1, scripted::restingPad());
-        QTRY_COMPARE(slotsOf(manager()), (QList<int>{5, 1}));
+        QTRY_COMPARE(listedSlots(), (QList<int>{5, 1}));
     }
 
     void padsComeAndGoInsideGamepadRemoved_data() { begunRows(); }
@@ -115,7 +96,7 @@ private Q_SLOTS:
         QFETCH(const bool, byThePoll);
         scripted::plug(0, scripted::restingPad());
         scripted::plug(1, scripted::restingPad());
-        QCOMPARE(slotsOf(manager()), (QList<int>{0, 1}));
+        QCOMPARE(listedSlots(), (QList<int>{0, 1}));
         const QPointer<ControlManette> before = manager()->gamepads().constFirst();
         if (!byThePoll)
             timerOf(*manager(), u"pollTimer"_s).stop();
@@ -133,7 +114,7 @@ private Q_SLOTS:
             scripted::unplug(1);
             scripted::plug(6, scripted::restingPad());
             scripted::post(scripted::WindowEvent::JoystickConnected);
-            found = waitInside([this] { return slotsOf(manager()).contains(6); });
+            found = waitInside([this] { return listedSlots().contains(6); });
             alive = before && manager()->gamepads().contains(before);
             done = true;
         });
@@ -142,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(found);
         QVERIFY(alive);
         QCOMPARE(gone, (QList<int>{0, 1}));
-        QTRY_COMPARE(slotsOf(manager()), (QList<int>{6, 0}));
+        QTRY_COMPARE(listedSlots(), (QList<int>{6, 0}));
         QTRY_VERIFY(!before);
         QCOMPARE(gone, (QList<int>{0, 1}));
         QCOMPARE(manager()->findChildren<ControlManette *>().size(), 2);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What listeners do to the manager while it discovers.
 #include "gamepadmanager.h"
+#include "managertest.h"
 #include "scriptedjoystick.h"
 #include "testmain.h"
 #include "tickdriver.h"
@@ -11,14 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-QList<int> slotsOf(const GamepadManager *manager)
-{
-    QList<int> slots;
-    for (const auto &gamepad : manager->gamepads())
-        slots.append(gamepad ? gamepad->deviceId() : -1);
-    return slots;
-}
-
 QList<int> numbers(const QSignalSpy &removed)
 {
     QList<int> ids;
@@ -28,24 +21,13 @@ QList<int> numbers(const QSignalSpy &removed)
 }
 } // namespace
 
-class TestDiscoveryReentry : public QObject
+class TestDiscoveryReentry : public ManagerTest
 {
     Q_OBJECT
 
-    QPointer<QObject> m_parent;
-
-    GamepadManager *manager() { return GamepadManager::instance(m_parent); }
     void poll() { expire(timerOf(*manager(), u"pollTimer"_s)); }
 
 private Q_SLOTS:
-    void init()
-    {
-        failOnUnexpectedWarnings();
-        scripted::reset();
-        m_parent = new QObject;
-    }
-    void cleanup() { delete m_parent; }
-
     void discoveryInsideAnyOfItsSignalsEndsWithOneDeviceForEachPad_data()
     {
         QTest::addColumn<bool>("added");
@@ -77,7 +59,7 @@ private Q_SLOTS:
         scripted::plug(5, scripted::restingPad());
         scripted::plug(6, scripted::restingPad());
         poll();
-        QCOMPARE(slotsOf(manager()), QList<int>({1, 3, 5, 6}));
+        QCOMPARE(listedSlots(), QList<int>({1, 3, 5, 6}));
         QCOMPARE(numbers(gone), QList<int>({0, 2}));
         QCOMPARE(come.size(), 2);
     }
@@ -91,7 +73,7 @@ private Q_SLOTS:
         const QSignalSpy gone(manager(), &GamepadManager::gamepadRemoved);
         poll();
         QCOMPARE(numbers(gone), QList<int>({-1}));
-        QCOMPARE(slotsOf(manager()), QList<int>({0}));
+        QCOMPARE(listedSlots(), QList<int>({0}));
     }
 
     void aPadFoundWhileAnotherIsAnnouncedGoneStays()
@@ -101,11 +83,11 @@ private Q_SLOTS:
             scripted::plug(7, scripted::restingPad());
             manager()->setPollIntervalMs(100);
         });
-        QCOMPARE(slotsOf(manager()), QList<int>({0}));
+        QCOMPARE(listedSlots(), QList<int>({0}));
         const QPointer<ControlManette> lost = manager()->gamepads().constFirst();
         scripted::unplug(0);
         poll();
-        QCOMPARE(slotsOf(manager()), QList<int>({7}));
+        QCOMPARE(listedSlots(), QList<int>({7}));
         const QPointer<ControlManette> found = manager()->gamepads().constFirst();
         poll();
         QCOMPARE(manager()->gamepads().constFirst(), found);

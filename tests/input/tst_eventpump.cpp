@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Joystick events of the hidden window, and the discovery that follows them.
 #include "gamepadmanager.h"
+#include "managertest.h"
 #include "scriptedjoystick.h"
 #include "testmain.h"
 #include "tickdriver.h"
@@ -11,13 +12,9 @@
 using namespace Qt::StringLiterals;
 using scripted::WindowEvent;
 
-class TestEventPump : public QObject
+class TestEventPump : public ManagerTest
 {
     Q_OBJECT
-
-    QObject *m_parent = nullptr;
-
-    GamepadManager *manager() { return GamepadManager::instance(m_parent); }
 
     void pump()
     {
@@ -30,13 +27,10 @@ class TestEventPump : public QObject
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        scripted::reset();
-        m_parent = new QObject;
+        ManagerTest::init();
         manager()->stopTimers(); // what is discovered now is discovered by events
         scripted::calls() = {};
     }
-    void cleanup() { delete std::exchange(m_parent, nullptr); }
 
     void aJoystickEventLeadsToADiscoveryAQuarterOfASecondLater_data()
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Which gamepads the manager finds and loses, when it looks, and what it tells.
 #include "gamepadmanager.h"
+#include "managertest.h"
 #include "scriptedjoystick.h"
 #include "testmain.h"
 #include "tickdriver.h"
@@ -43,25 +44,14 @@ private:
 };
 } // namespace
 
-class TestGamepadManager : public QObject
+class TestGamepadManager : public ManagerTest
 {
     Q_OBJECT
 
-    QObject *m_parent = nullptr;
-
-    GamepadManager *manager() { return GamepadManager::instance(m_parent); }
     QTimer &pollTimer() { return timerOf(*manager(), u"pollTimer"_s); }
     QTimer &pumpTimer() { return timerOf(*manager(), u"pumpTimer"_s); }
 
 private Q_SLOTS:
-    void init()
-    {
-        failOnUnexpectedWarnings();
-        scripted::reset();
-        m_parent = new QObject;
-    }
-    void cleanup() { delete std::exchange(m_parent, nullptr); }
-
     void withoutAJoystickTheListIsEmptyAndBothTimersRun()
     {
         QVERIFY(manager()->gamepads().isEmpty());
