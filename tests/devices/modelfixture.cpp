@@ -8,6 +8,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,12 @@ void startAfresh()
     scripted::reset();
     clearTemporaryHome();
     failOnUnexpectedWarnings();
+}
+
+void prepareForHundredsOfManagers()
+{
+    QLoggingCategory::setFilterRules(u"default.debug=false"_s);
+    qunsetenv("DISPLAY");
 }
 
 QString folderOf(const QString &context)

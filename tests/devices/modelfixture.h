@@ -13,6 +13,9 @@ namespace fixture
 {
 /// An empty home without joysticks, and no unexpected warning from here on.
 void startAfresh();
+/// For a program that makes hundreds of managers: they say nothing, and make no windows, which would take most
+/// of the time.
+void prepareForHundredsOfManagers();
 
 QString folderOf(const QString &context);
 /// Writes the file of remembered devices of `context`.

@@ -7,7 +7,6 @@
 #include "testmain.h"
 #include "tickdriver.h"
 
-#include <QtCore/QLoggingCategory>
 #include <QtCore/QTimer>
 #include <QtWidgets/QDialog>
 
@@ -61,12 +60,7 @@ class TestLinkerDeviceModelLettingGo : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QLoggingCategory::setFilterRules(u"default.debug=false"_s);
-        // Hundreds of managers are made here, and making each one's window would take most of the time.
-        qunsetenv("DISPLAY");
-    }
+    void initTestCase() { prepareForHundredsOfManagers(); }
     void init() { startAfresh(); }
     void cleanup() { QCOMPARE(scripted::calls().outsideSlots, 0); }
 
