@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Names and pictures of profiles, changed as a person does it.
 #include "dialogs.h"
+#include "editorfilestest.h"
 #include "editorstage.h"
 #include "exchangefiles.h"
 #include "interactiveoverlay.h"
 #include "testmain.h"
-
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -23,13 +22,6 @@ QString metaFailure(const QString &title, const QString &folder)
 {
     const QString error = u"Impossible dâ€™Ã©crire %1"_s.arg(folder + "/meta.json"_L1);
     return u"Warning: %1: "_s.arg(title) + u"Impossible dâ€™Ã©crire meta.json : %1"_s.arg(error);
-}
-
-QString picture(const QString &name)
-{
-    QString path = temporaryHome() + "/data/"_L1 + name;
-    write(path, pngOf({40, 30}, Qt::red));
-    return path;
 }
 
 QString itemText(const GamepadDefinder &editor)
@@ -57,19 +49,11 @@ bool isRed(const QColor &colour)
 }
 } // namespace
 
-class TestEditorChanges : public QObject
+class TestEditorChanges : public EditorFilesTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-    void init()
-    {
-        stage::startAfresh();
-        m_pads.emplace(); // an editor would make a manager that outlives the test
-    }
-    void cleanup() { m_pads.reset(); }
-
     void withoutAProfileNothingIsAsked()
     {
         GamepadDefinder editor;
@@ -221,9 +205,6 @@ private Q_SLOTS:
         QCOMPARE(backgroundColour(editor), QColor(Qt::red));
         QCOMPARE(stage::metaIn(folder)["image"_L1].toString(), u"image.png"_s);
     }
-
-private:
-    std::optional<stage::Pads> m_pads;
 };
 
 GAMEPAD_TEST_MAIN(TestEditorChanges)

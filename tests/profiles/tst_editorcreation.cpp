@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Making profiles and copying them, driven as a person does it.
 #include "dialogs.h"
+#include "editorfilestest.h"
 #include "editorstage.h"
 #include "exchangefiles.h"
 #include "interactiveoverlay.h"
 #include "profilesroot.h"
 #include "smalldisk.h"
 #include "testmain.h"
-
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -34,13 +33,6 @@ QString noFreeGamepad()
         u"Toutes les manettes connectÃ©es sont dÃ©jÃ  associÃ©es.\nVous pouvez crÃ©er un profil sans liaison et lâ€™associer plus tard."_s);
 }
 
-QString picture(const QString &name = u"photo.png"_s)
-{
-    QString path = temporaryHome() + "/data/"_L1 + name;
-    write(path, pngOf({40, 30}, Qt::red));
-    return path;
-}
-
 /// The folders in the root, but those of `known`.
 QStringList newFolders(const QStringList &known = {})
 {
@@ -55,19 +47,11 @@ QStringList newFolders(const QStringList &known = {})
 }
 } // namespace
 
-class TestEditorCreation : public QObject
+class TestEditorCreation : public EditorFilesTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-    void init()
-    {
-        stage::startAfresh();
-        m_pads.emplace(); // an editor would make a manager that outlives the test
-    }
-    void cleanup() { m_pads.reset(); }
-
     void theButtonMakesAProfile()
     {
         GamepadDefinder editor;
@@ -132,8 +116,8 @@ private Q_SLOTS:
 
     void aFreeGamepadIsLinkedAtOnce()
     {
-        m_pads->plug(0, u"zulu"_s);
-        m_pads->plug(1, u"Alpha"_s);
+        pads().plug(0, u"zulu"_s);
+        pads().plug(1, u"Alpha"_s);
         GamepadDefinder editor;
         Dialogs dialogs({Dialogs::type(u"x"_s), Dialogs::choose(picture()), Dialogs::pick(u"zulu"_s)});
         editor.actionNew();
@@ -146,14 +130,14 @@ private Q_SLOTS:
         QCOMPARE(entry.deviceName, u"zulu"_s);
         QCOMPARE(stage::metaIn(entry.dirPath)["deviceName"_L1].toString(), u"zulu"_s);
         QCOMPARE(stage::comboOf(editor).currentText(), u"zulu"_s);
-        QVERIFY(m_pads->isRunning(0)); // a new profile is selected like any other
+        QVERIFY(pads().isRunning(0)); // a new profile is selected like any other
         const QImage icon = entry.item->icon().pixmap(stage::listOf(editor).iconSize()).toImage();
         QCOMPARE(icon.pixelColor(2, icon.height() / 2), QColor(0, 180, 0));
     }
 
     void withoutAChoiceOfGamepadTheProfileIsUnlinked()
     {
-        m_pads->plug(0, u"Pad"_s);
+        pads().plug(0, u"Pad"_s);
         GamepadDefinder editor;
         Dialogs dialogs({Dialogs::type(u"x"_s), Dialogs::choose(picture()), Dialogs::escape()});
         editor.actionNew();
@@ -165,7 +149,7 @@ private Q_SLOTS:
     void aGamepadTakenInAnotherCaseIsRefused()
     {
         stage::store(1, {.deviceName = u"PAD"_s});
-        m_pads->plug(0, u"Pad"_s);
+        pads().plug(0, u"Pad"_s);
         GamepadDefinder editor;
         Dialogs dialogs(
             {Dialogs::type(u"x"_s), Dialogs::choose(picture()), Dialogs::pick(u"Pad"_s), Dialogs::ok()});
@@ -177,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(editor.entries().size(), 2);
         QCOMPARE(editor.entries().last().deviceName, QString());
         QCOMPARE(editor.currentRow(), 1);
-        QVERIFY(!m_pads->isRunning(0));
+        QVERIFY(!pads().isRunning(0));
     }
 
     void aNewProfileStandsLastUntilTheNextScan()
@@ -358,9 +342,6 @@ private Q_SLOTS:
         QVERIFY(editor.saveProfile(0));
         QVERIFY(!editor.isDirty());
     }
-
-private:
-    std::optional<stage::Pads> m_pads;
 };
 
 GAMEPAD_TEST_MAIN(TestEditorCreation)

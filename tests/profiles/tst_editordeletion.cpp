@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Deleting profiles, and what is on show afterwards.
 #include "dialogs.h"
+#include "editorfilestest.h"
 #include "editorstage.h"
 #include "exchangefiles.h"
 #include "interactiveoverlay.h"
 #include "profilesroot.h"
 #include "testmain.h"
-
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -54,19 +53,11 @@ QString textsOf(const GamepadDefinder &editor)
 }
 } // namespace
 
-class TestEditorDeletion : public QObject
+class TestEditorDeletion : public EditorFilesTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-    void init()
-    {
-        stage::startAfresh();
-        m_pads.emplace(); // an editor would make a manager that outlives the test
-    }
-    void cleanup() { m_pads.reset(); }
-
     void onlyYesDeletes_data()
     {
         QTest::addColumn<bool>("no");
@@ -293,21 +284,18 @@ private Q_SLOTS:
         stage::store(1, {.name = u"A"_s, .deviceName = u"First"_s});
         stage::store(2, {.name = u"B"_s, .deviceName = u"Second"_s});
         stage::store(3, {.name = u"C"_s});
-        m_pads->plug(0, u"First"_s);
-        m_pads->plug(1, u"Second"_s);
+        pads().plug(0, u"First"_s);
+        pads().plug(1, u"Second"_s);
         GamepadDefinder editor;
         stage::listOf(editor).setCurrentRow(1);
         stage::listOf(editor).setCurrentRow(0);
-        QVERIFY(m_pads->isRunning(0));
+        QVERIFY(pads().isRunning(0));
         Dialogs dialogs({yes()});
         editor.actionDelete();
-        QVERIFY(!m_pads->isRunning(0));
-        QVERIFY(m_pads->isRunning(1));
+        QVERIFY(!pads().isRunning(0));
+        QVERIFY(pads().isRunning(1));
         QCOMPARE(stage::comboOf(editor).currentText(), u"Second"_s);
     }
-
-private:
-    std::optional<stage::Pads> m_pads;
 };
 
 GAMEPAD_TEST_MAIN(TestEditorDeletion)

@@ -1,40 +1,25 @@
 // SPDX-License-Identifier: MIT
 // The editor may be deleted under each dialog and box of the operations on files.
 #include "dialogs.h"
+#include "editorfilestest.h"
 #include "editorstage.h"
 #include "exchangefiles.h"
 #include "testmain.h"
 
 #include <memory>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 using Operation = void (GamepadDefinder::*)();
-
-QString picture()
-{
-    QString path = temporaryHome() + "/data/new.png"_L1;
-    write(path, pngOf({40, 30}, Qt::red));
-    return path;
-}
 } // namespace
 
-class TestEditorFilesLifetime : public QObject
+class TestEditorFilesLifetime : public EditorFilesTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-    void init()
-    {
-        stage::startAfresh();
-        m_pads.emplace(); // an editor would make a manager that outlives the test
-    }
-    void cleanup() { m_pads.reset(); }
-
     void theEditorMayGoUnderADialog_data()
     {
         QTest::addColumn<Operation>("operation");
@@ -71,7 +56,7 @@ private Q_SLOTS:
         const QString folder = stage::store(1, {.deviceName = u"PAD"_s});
         std::unique_ptr<stage::BlockedFile> block;
         if (linked)
-            m_pads->plug(0, u"Pad"_s);
+            pads().plug(0, u"Pad"_s);
         auto *editor = new GamepadDefinder;
         const QPointer<GamepadDefinder> watched = editor;
         if (blocked)
@@ -113,9 +98,6 @@ private Q_SLOTS:
         QVERIFY(!QDir(first).exists()); // the answer stands
         QVERIFY(QDir(second).exists());
     }
-
-private:
-    std::optional<stage::Pads> m_pads;
 };
 
 GAMEPAD_TEST_MAIN(TestEditorFilesLifetime)
