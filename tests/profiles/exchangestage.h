@@ -82,6 +82,23 @@ inline QJsonObject travellingDocument()
     };
 }
 
+/// The columns and rows of a test in which `file` of a profile that comes in is the first to have no place on
+/// a disk for so many files and folders, and is told of in the words of `text`.
+inline void addFilesThatDoNotFit()
+{
+    QTest::addColumn<int>("places");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("picture") << 2 << QStringLiteral("Ã‰chec Ã©criture image : %1")
+                             << QStringLiteral("image.png");
+    QTest::newRow("overlay") << 3 << QStringLiteral("Ã‰chec Ã©criture overlay.json : %1")
+                             << QStringLiteral("overlay.json");
+    QTest::newRow("meta") << 4 << QStringLiteral("Ã‰chec Ã©criture meta.json : %1")
+                          << QStringLiteral("meta.json");
+    QTest::newRow("mapping") << 5 << QStringLiteral("Echec ecriture mapping : %1")
+                             << QStringLiteral("configActionGamepad.json");
+}
+
 inline QJsonObject with(QJsonObject document, const QString &key, const QJsonValue &value)
 {
     document[key] = value;

@@ -308,16 +308,7 @@ private Q_SLOTS:
         QVERIFY(treeOf(profilesRootPath()).isEmpty());
     }
 
-    void aFailedFileIsSaidTwiceUnderTwoTitles_data()
-    {
-        QTest::addColumn<int>("places");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("file");
-        QTest::newRow("picture") << 2 << u"Ã‰chec Ã©criture image : %1"_s << u"image.png"_s;
-        QTest::newRow("overlay") << 3 << u"Ã‰chec Ã©criture overlay.json : %1"_s << u"overlay.json"_s;
-        QTest::newRow("meta") << 4 << u"Ã‰chec Ã©criture meta.json : %1"_s << u"meta.json"_s;
-        QTest::newRow("mapping") << 5 << u"Echec ecriture mapping : %1"_s << u"configActionGamepad.json"_s;
-    }
+    void aFailedFileIsSaidTwiceUnderTwoTitles_data() { addFilesThatDoNotFit(); }
 
     void aFailedFileIsSaidTwiceUnderTwoTitles()
     {

@@ -181,16 +181,7 @@ private Q_SLOTS:
         QVERIFY(treeOf(profilesRootPath()).isEmpty());
     }
 
-    void aFailedFileIsSaidTwice_data()
-    {
-        QTest::addColumn<int>("places");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("file");
-        QTest::newRow("picture") << 2 << u"Ã‰chec Ã©criture image : %1"_s << u"image.png"_s;
-        QTest::newRow("overlay") << 3 << u"Ã‰chec Ã©criture overlay.json : %1"_s << u"overlay.json"_s;
-        QTest::newRow("meta") << 4 << u"Ã‰chec Ã©criture meta.json : %1"_s << u"meta.json"_s;
-        QTest::newRow("mapping") << 5 << u"Echec ecriture mapping : %1"_s << u"configActionGamepad.json"_s;
-    }
+    void aFailedFileIsSaidTwice_data() { addFilesThatDoNotFit(); }
 
     void aFailedFileIsSaidTwice()
     {
@@ -201,8 +192,7 @@ private Q_SLOTS:
         GAMEPAD_NEED_MOUNTED(disk);
         GamepadDefinder editor;
         const QStringList said = importDocument(editor, travellingDocument());
-        const QString folder = profilesRootPath() + u'/' +
-                               QDir(profilesRootPath()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
+        const QString folder = profileFolders(profilesRootPath()).value(0);
         const QString error = u"Impossible dâ€™Ã©crire %1"_s.arg(folder + u'/' + file);
         QCOMPARE(said, QStringList({"Warning: Import: "_L1 + text.arg(error), refused()}));
         QVERIFY(editor.entries().isEmpty());
