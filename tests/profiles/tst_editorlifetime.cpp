@@ -61,6 +61,22 @@ int goneUnder(Host &host, Farewell farewell, QWidget *(*find)(), const std::func
     settle();
     return answer.given();
 }
+
+/// Runs `action`, which saves and cannot write `file` until a box says so; there the host goes. True if the
+/// box came.
+bool goneUnderTheBoxOfASave(Host &host, Farewell farewell, const QString &file,
+                            const std::function<void()> &action)
+{
+    std::optional<BlockedFile> blocked(file);
+    bool gone = false;
+    const Answer<QDialog> answer(openDialog, [&](QDialog *) {
+        blocked.reset();
+        host.goAway(farewell);
+        gone = true;
+    });
+    action();
+    return gone;
+}
 } // namespace
 
 class TestEditorLifetime : public QObject
@@ -156,15 +172,8 @@ private Q_SLOTS:
         Host host;
         QVERIFY(host.exposed());
         addPastille(*host, u"Neuve"_s);
-        std::optional<BlockedFile> blocked(folder + "/meta.json"_L1);
-        bool gone = false;
-        const Answer<QDialog> answer(openDialog, [&](QDialog *) {
-            blocked.reset();
-            host.goAway(farewell());
-            gone = true;
-        });
-        expire(saveTimerOf(*host));
-        QVERIFY(gone);
+        QVERIFY(goneUnderTheBoxOfASave(host, farewell(), folder + "/meta.json"_L1,
+                                       [&] { expire(saveTimerOf(*host)); }));
         QTRY_VERIFY(host.isGone());
         // The destructor's save made up for it.
         QCOMPARE(titlesIn(folder), (QStringList{u"Start"_s, u"Neuve"_s}));
@@ -219,15 +228,7 @@ private Q_SLOTS:
         QVERIFY(host.exposed());
         addPastille(*host, u"Neuve"_s);
         saveTimerOf(*host).stop();
-        std::optional<BlockedFile> blocked(folder + "/meta.json"_L1);
-        bool gone = false;
-        const Answer<QDialog> answer(openDialog, [&](QDialog *) {
-            blocked.reset();
-            host.goAway(farewell());
-            gone = true;
-        });
-        host->close();
-        QVERIFY(gone);
+        QVERIFY(goneUnderTheBoxOfASave(host, farewell(), folder + "/meta.json"_L1, [&] { host->close(); }));
         QTRY_VERIFY(host.isGone());
     }
 
