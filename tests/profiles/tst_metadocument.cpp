@@ -172,17 +172,12 @@ private Q_SLOTS:
 
     void aRewrittenDocumentHasNineKeys()
     {
-        QCOMPARE(metaDocumentJson(entry(), noon), (QJsonObject{
-                                                      {u"type"_s, u"GamepadDefinderMeta"_s},
-                                                      {u"version"_s, 2},
-                                                      {u"id"_s, someId},
-                                                      {u"name"_s, u"Mon pad"_s},
-                                                      {u"image"_s, u"photo.jpg"_s},
-                                                      {u"overlayFile"_s, u"layer.json"_s},
-                                                      {u"config"_s, u"configActionGamepad.json"_s},
-                                                      {u"deviceName"_s, u"Pad 3000"_s},
-                                                      {u"modifiedAt"_s, u"2026-03-04T12:30:15Z"_s},
-                                                  }));
+        // These are the writer's own, whatever the document named that was read.
+        QJsonObject expected = with(u"version"_s, 2);
+        expected[u"config"_s] = u"configActionGamepad.json"_s;
+        expected[u"modifiedAt"_s] = u"2026-03-04T12:30:15Z"_s;
+        QCOMPARE(metaDocumentJson(entry(), noon), expected);
+        QCOMPARE(expected.size(), 9);
     }
 
     void aNewDocumentHasTheDayOfItsMakingToo()
