@@ -1,37 +1,31 @@
 // SPDX-License-Identifier: MIT
 // An armed action, the input that it waits for, and what ends the waiting.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 
 using namespace Qt::StringLiterals;
 
-class TestActionLinkerArming : public QObject
+class TestActionLinkerArming : public LinkerTest
 {
     Q_OBJECT
 
-    std::unique_ptr<LinkerStage> m_stage;
-
-    LinkerStage &stage() { return *m_stage; }
-    QStringList refs() { return m_stage->refs(); }
+    QStringList refs() { return stage().refs(); }
     void arm(const QString &action = u"C"_s)
     {
-        m_stage->clickAction(action);
-        QVERIFY(m_stage->armed());
+        stage().clickAction(action);
+        QVERIFY(stage().armed());
     }
 
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        QVERIFY(m_stage->exposed());
-        m_stage->linker().setExternalServices(someActions());
-        m_stage->plug(u"Pad"_s);
-        m_stage->show(oneProfile, u"Pad"_s, {u"but_3"_s, u"joy_1"_s, u"BUT_3"_s, u"Tir"_s});
+        LinkerTest::init();
+        stage().linker().setExternalServices(someActions());
+        stage().plug(u"Pad"_s);
+        stage().show(oneProfile, u"Pad"_s, {u"but_3"_s, u"joy_1"_s, u"BUT_3"_s, u"Tir"_s});
     }
-    void cleanup() { m_stage.reset(); }
 
     void aPressBindsEveryPastilleOfThatInput()
     {

@@ -1,39 +1,33 @@
 // SPDX-License-Identifier: MIT
 // Which gamepad the linker listens to, and when its panel shows.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 using namespace Qt::StringLiterals;
 
-class TestActionLinkerDevices : public QObject
+class TestActionLinkerDevices : public LinkerTest
 {
     Q_OBJECT
 
-    std::unique_ptr<LinkerStage> m_stage;
-
-    LinkerStage &stage() { return *m_stage; }
-    bool panelShows() { return m_stage->panel().isVisible(); }
+    bool panelShows() { return stage().panel().isVisible(); }
 
     /// Whether a press on the gamepad in `slot` reaches an armed action.
     bool hears(unsigned slot)
     {
-        m_stage->clickAction(u"C"_s);
-        m_stage->release(3, slot);
-        m_stage->press(3, slot);
-        const bool heard = !m_stage->armed();
+        stage().clickAction(u"C"_s);
+        stage().release(3, slot);
+        stage().press(3, slot);
+        const bool heard = !stage().armed();
         if (!heard)
-            m_stage->clickAction(u"C"_s);
+            stage().clickAction(u"C"_s);
         return heard;
     }
 
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        QVERIFY(m_stage->exposed());
-        m_stage->linker().setExternalServices(someActions());
+        LinkerTest::init();
+        stage().linker().setExternalServices(someActions());
     }
-    void cleanup() { m_stage.reset(); }
 
     void thePanelShowsWithTheGamepad()
     {

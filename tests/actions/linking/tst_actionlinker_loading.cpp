@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A profile that is shown: its picture, its pastilles, its bindings, and what a broken mapping leaves of
 // them.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
@@ -9,18 +9,15 @@
 
 using namespace Qt::StringLiterals;
 
-class TestActionLinkerLoading : public QObject
+class TestActionLinkerLoading : public LinkerTest
 {
     Q_OBJECT
 
-    std::unique_ptr<LinkerStage> m_stage;
-
-    LinkerStage &stage() { return *m_stage; }
     QStringList titles()
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QStringList titles;
-        const auto areas = m_stage->overlay().findChildren<TouchArea *>();
+        const auto areas = stage().overlay().findChildren<TouchArea *>();
         for (const TouchArea *area : areas)
             titles.append(area->title());
         return titles;
@@ -29,12 +26,9 @@ class TestActionLinkerLoading : public QObject
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        QVERIFY(m_stage->exposed());
-        m_stage->linker().setExternalServices(someActions());
+        LinkerTest::init();
+        stage().linker().setExternalServices(someActions());
     }
-    void cleanup() { m_stage.reset(); }
 
     void pictureAndPastillesAreShown()
     {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the tab looks like on a screen, state by state. The pictures are kept for people to look at.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 #include "shellsheet.h"
 
@@ -45,13 +45,9 @@ QString somePicture()
 }
 } // namespace
 
-class TestActionLinkerLooks : public QObject
+class TestActionLinkerLooks : public LinkerTest
 {
     Q_OBJECT
-
-    std::unique_ptr<LinkerStage> m_stage;
-
-    LinkerStage &stage() { return *m_stage; }
 
     /// Waits until the screen shows at least so many pixels of the colour, and keeps the picture.
     QImage photograph(const QString &name, const QColor &colour, qsizetype atLeast)
@@ -83,21 +79,18 @@ class TestActionLinkerLooks : public QObject
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        QVERIFY(m_stage->exposed());
+        LinkerTest::init();
         // Its surroundings in the configuration window.
-        m_stage->window().setStyleSheet(shellSheet());
-        auto *backdrop = new QFrame(&m_stage->window());
+        stage().window().setStyleSheet(shellSheet());
+        auto *backdrop = new QFrame(&stage().window());
         backdrop->setObjectName(u"vlxBackdrop"_s);
         backdrop->resize(900, 600);
         backdrop->lower();
         backdrop->show();
-        m_stage->plug(u"Pad"_s);
-        m_stage->linker().loadGamepadSnapshot(oneProfile, {}, u"Pad"_s,
-                                              overlayOf({u"but_3"_s, u"joy_1"_s, u"but_0"_s}), somePicture());
+        stage().plug(u"Pad"_s);
+        stage().linker().loadGamepadSnapshot(oneProfile, {}, u"Pad"_s,
+                                             overlayOf({u"but_3"_s, u"joy_1"_s, u"but_0"_s}), somePicture());
     }
-    void cleanup() { m_stage.reset(); }
 
     void withoutActions()
     {

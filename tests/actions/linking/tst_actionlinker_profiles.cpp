@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The linker beside the editor whose profile it shows.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 #include "gamepaddefinder.h"
 
@@ -16,22 +16,18 @@ void writeProfile(const QUuid &id, const QString &deviceName, const QStringList 
 }
 } // namespace
 
-class TestActionLinkerProfiles : public QObject
+class TestActionLinkerProfiles : public LinkerTest
 {
     Q_OBJECT
 
-    std::unique_ptr<LinkerStage> m_stage;
     std::unique_ptr<GamepadDefinder> m_definder;
-
-    LinkerStage &stage() { return *m_stage; }
 
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        m_stage->linker().setExternalServices(someActions());
-        m_stage->plug(u"Pad"_s);
+        LinkerTest::init();
+        stage().linker().setExternalServices(someActions());
+        stage().plug(u"Pad"_s);
         writeProfile(oneProfile, u"Pad"_s, {u"but_1"_s});
         writeProfile(otherProfile, {}, {u"but_2"_s, u"but_3"_s});
         writeMapping("{'bridges':[{'src':{'stringKey':'but_1'},'action':'A','args':{'speed':4},'dst':[]}]}");
@@ -40,7 +36,7 @@ private Q_SLOTS:
     void cleanup()
     {
         m_definder.reset();
-        m_stage.reset();
+        LinkerTest::cleanup();
     }
 
     void theProfileOnShowIsTakenAtOnce()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // When a mapping is written, what stands in it, and who is told.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 #include "actiontoolbox.h"
 #include "argumentform.h"
@@ -11,27 +11,21 @@
 
 using namespace Qt::StringLiterals;
 
-class TestActionLinkerSaving : public QObject
+class TestActionLinkerSaving : public LinkerTest
 {
     Q_OBJECT
 
-    std::unique_ptr<LinkerStage> m_stage;
-
-    LinkerStage &stage() { return *m_stage; }
     void bind(const QString &action, const QString &title)
     {
-        m_stage->overlay().applyActionToTitle(action, title);
+        stage().overlay().applyActionToTitle(action, title);
     }
 
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        QVERIFY(m_stage->exposed());
-        m_stage->linker().setExternalServices(someActions());
+        LinkerTest::init();
+        stage().linker().setExternalServices(someActions());
     }
-    void cleanup() { m_stage.reset(); }
 
     void oneBoundButtonLooksAsTold()
     {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Bindings keep their arguments, whatever becomes of the actions around them.
-#include "linkerstage.h"
+#include "linkertest.h"
 
 #include "actiontoolbox.h"
 
@@ -32,43 +32,36 @@ QJsonArray withMore(const QByteArray &more)
 }
 } // namespace
 
-class TestActionLinkerServices : public QObject
+class TestActionLinkerServices : public LinkerTest
 {
     Q_OBJECT
-
-    std::unique_ptr<LinkerStage> m_stage;
-
-    LinkerStage &stage() { return *m_stage; }
 
     /// What a window does with a changed list of actions.
     void takeActions(const QJsonArray &actions)
     {
-        m_stage->linker().setExternalServices(actions);
-        m_stage->linker().setServicesLocked(true);
-        m_stage->linker().refreshBridgesFromActions(actions);
+        stage().linker().setExternalServices(actions);
+        stage().linker().setServicesLocked(true);
+        stage().linker().refreshBridgesFromActions(actions);
     }
 
     void verifyNothingWasWrittenNorLost()
     {
-        QVERIFY(!m_stage->saveTimer().isActive());
+        QVERIFY(!stage().saveTimer().isActive());
         QCoreApplication::processEvents();
-        QVERIFY(!m_stage->saveTimer().isActive());
+        QVERIFY(!stage().saveTimer().isActive());
         QCOMPARE(storedMapping(), object(stored));
         // And what the overlay would write is the same.
-        QCOMPARE(m_stage->overlay().exportBridges()["bridges"_L1].toArray(),
+        QCOMPARE(stage().overlay().exportBridges()["bridges"_L1].toArray(),
                  object(stored)["bridges"_L1].toArray());
     }
 
 private Q_SLOTS:
     void init()
     {
-        failOnUnexpectedWarnings();
-        m_stage = std::make_unique<LinkerStage>();
-        QVERIFY(m_stage->exposed());
+        LinkerTest::init();
         writeMeta(oneProfile.toString(QUuid::WithoutBraces), {});
         writeMapping(stored);
     }
-    void cleanup() { m_stage.reset(); }
 
     void theProfileIsThereBeforeTheActions()
     {
