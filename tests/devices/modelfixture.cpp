@@ -112,6 +112,26 @@ ControlManette *liveDevice(int slot)
     }
     return nullptr;
 }
+
+QString merged(int slot)
+{
+    return u"data gp:%1: name isConnected videoInterfaces product image modelString json"_s.arg(slot);
+}
+
+QString wentAway(int slot)
+{
+    return u"data gp:%1: isConnected linkState json"_s.arg(slot);
+}
+
+QString link(int slot)
+{
+    return u"data gp:%1: linkState"_s.arg(slot);
+}
+
+QString choice(int slot)
+{
+    return u"data gp:%1: selected linkState json"_s.arg(slot);
+}
 } // namespace fixture
 
 TestedModel::TestedModel(const QString &context, QObject *parent)

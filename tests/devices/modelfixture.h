@@ -13,8 +13,8 @@ namespace fixture
 {
 /// An empty home without joysticks, and no unexpected warning from here on.
 void startAfresh();
-/// For a program that makes hundreds of managers: they say nothing, and make no windows, which would take most
-/// of the time.
+/// For a program that makes hundreds of managers: they say nothing, and make no windows, which would take
+/// most of the time.
 void prepareForHundredsOfManagers();
 
 QString folderOf(const QString &context);
@@ -41,6 +41,16 @@ void settle();
 
 /// The device behind a slot, or null.
 ControlManette *liveDevice(int slot);
+
+// What `ModelLog` notes of changed data in a slot's row.
+/// After a merge with the manager's device.
+QString merged(int slot);
+/// Of a device that is there no more.
+QString wentAway(int slot);
+/// Of a device that started or stopped.
+QString link(int slot);
+/// Of a row that was selected or deselected.
+QString choice(int slot);
 } // namespace fixture
 
 /// A model that `QAbstractItemModelTester` looks over for as long as it lives.

@@ -17,21 +17,6 @@ using Model = LinkerDeviceModel;
 
 namespace
 {
-QString merged(int slot)
-{
-    return u"data gp:%1: name isConnected videoInterfaces product image modelString json"_s.arg(slot);
-}
-
-QString wentAway(int slot)
-{
-    return u"data gp:%1: isConnected linkState json"_s.arg(slot);
-}
-
-QString link(int slot)
-{
-    return u"data gp:%1: linkState"_s.arg(slot);
-}
-
 /// Hundreds of rounds need not be told line by line.
 class Quiet
 {

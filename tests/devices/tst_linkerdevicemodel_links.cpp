@@ -24,16 +24,6 @@ int linkState(const TestedModel &model, int row)
     return model.at(row, Model::LinkStateRole).toInt();
 }
 
-QString link(int slot)
-{
-    return u"data gp:%1: linkState"_s.arg(slot);
-}
-
-QString choice(int slot)
-{
-    return u"data gp:%1: selected linkState json"_s.arg(slot);
-}
-
 bool storedAsSelected(const QString &usn)
 {
     return storedDevice(usn).value(u"kv"_s)[u"selected"_s].toBool();

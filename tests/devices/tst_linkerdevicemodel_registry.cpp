@@ -16,16 +16,6 @@ using Model = LinkerDeviceModel;
 
 namespace
 {
-QString merged(int slot)
-{
-    return u"data gp:%1: name isConnected videoInterfaces product image modelString json"_s.arg(slot);
-}
-
-QString wentAway(int slot)
-{
-    return u"data gp:%1: isConnected linkState json"_s.arg(slot);
-}
-
 QStringList order(const TestedModel &model)
 {
     QStringList keys;
