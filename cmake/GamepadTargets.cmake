@@ -88,23 +88,9 @@ function(gamepad_add_program name)
     target_link_libraries(${name} PRIVATE ${arg_LINKS} gamepad-settings)
 endfunction()
 
-# The parsed headers that the test programs of one folder share (Qt's test library defines the folder's name).
-# Themselves a program, since they have to be compiled as programs are.
-function(gamepad_share_test_headers name)
-    if(CMAKE_DISABLE_PRECOMPILE_HEADERS)
-        return()
-    endif()
-    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
-    set(headers gamepad-testheaders-${folder})
-    if(NOT TARGET ${headers})
-        gamepad_add_program(${headers}
-            SOURCES "${PROJECT_SOURCE_DIR}/tests/support/testheaders.cpp"
-            LINKS Qt6::Widgets Qt6::Test)
-        target_precompile_headers(${headers} PRIVATE
-            "${PROJECT_SOURCE_DIR}/cmake/qtheaders.h" "${PROJECT_SOURCE_DIR}/tests/support/testheaders.h")
-        target_compile_options(${headers} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
-    endif()
-    target_precompile_headers(${name} REUSE_FROM ${headers})
+# Optimising a test costs more than running it.
+function(gamepad_compile_as_test name)
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
 endfunction()
 
 # gamepad_add_test(NAME SOURCES file ... [LINKS target ...] [LABELS label ...] [WRAPPER command ...]
@@ -115,9 +101,13 @@ function(gamepad_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "PLATFORM;TIMEOUT" "SOURCES;LINKS;LABELS;WRAPPER;ARGUMENTS")
     gamepad_add_program(${name} SOURCES ${arg_SOURCES} LINKS ${arg_LINKS} gamepad-testsupport Qt6::Test)
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
-    gamepad_share_test_headers(${name})
-    # Optimising a test costs more than running it.
-    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
+    gamepad_compile_as_test(${name})
+    if(TARGET gamepad-testheaders)
+        target_precompile_headers(${name} REUSE_FROM gamepad-testheaders)
+        # A test's own file includes its own moc output, so what is left is mostly empty.
+        set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp"
+            PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+    endif()
     if(NOT arg_PLATFORM)
         set(arg_PLATFORM offscreen)
     endif()

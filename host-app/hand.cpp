@@ -170,7 +170,8 @@ void Hand::attempt()
         return;
     m_retry.stop();
     if (!move.act) {
-        Q_EMIT done(move.problem);
+        const QString dialog = dialogInFront();
+        Q_EMIT done(dialog.isEmpty() ? move.problem : u"%1, behind %2"_s.arg(move.problem, dialog));
         return;
     }
     // A dialog that the gesture opens runs an event loop of its own, in which the answer then goes out.

@@ -2,6 +2,8 @@
 #include "widgetsearch.h"
 
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QWidget>
 
 using namespace Qt::StringLiterals;
@@ -86,4 +88,21 @@ QWidget *findInReach(const QString &name)
         candidates = shownInside(found);
     }
     return found;
+}
+
+QString dialogInFront()
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog)
+        return {};
+    QStringList said;
+    const QList<QWidget *> widgets = shownInside(dialog);
+    for (QWidget *widget : widgets) {
+        if (const auto *label = qobject_cast<QLabel *>(widget); label && !label->text().isEmpty())
+            said.append(label->text());
+        else if (const auto *field = qobject_cast<QLineEdit *>(widget))
+            said.append(field->text());
+    }
+    return u"%1 \"%2\": %3"_s.arg(QLatin1StringView(dialog->metaObject()->className()), dialog->windowTitle(),
+                                 said.join(u" | "_s));
 }

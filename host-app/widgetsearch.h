@@ -16,3 +16,7 @@ class QWidget;
 /// One of them by its object name or its class; "NAME#2" is the third, "A/B" a B inside an A. Null without
 /// it.
 [[nodiscard]] QWidget *findInReach(const QString &name);
+
+/// The open dialog in words, with its title and what it says; empty without one. For whoever misses what is
+/// behind it.
+[[nodiscard]] QString dialogInFront();
