@@ -68,7 +68,9 @@ private Q_SLOTS:
         // Its place is none that could follow a resize; what is on screen is written.
         stage->resize(1000, 1000);
         QCOMPARE(area->geometry(), QRect(80, 0, 1, 1));
+        QCOMPARE(stage.box(0)->pos(), QPoint(80, 0));
         QCOMPARE(stage.place(0, "pastille"_L1), QRectF(80 / 1000.0, 0, 1 / 1000.0, 1 / 1000.0));
+        QCOMPARE(stage.place(0, "toolbox"_L1).topLeft(), QPointF(80 / 1000.0, 0));
     }
 
     void aRoundPastilleTakesTheSizeOfTheDocument()
@@ -283,7 +285,11 @@ private Q_SLOTS:
         // As they were made, around the corner.
         QCOMPARE(stage.pastille(0)->geometry(), QRect(-28, -28, 56, 56));
         QCOMPARE(stage.box(0)->pos(), QPoint(92, -8));
+        // A move that has no picture to be measured on leaves what was read.
+        Q_EMIT stage.pastille(0)->moved();
+        Q_EMIT stage.box(0)->moved();
         QCOMPARE(stage.place(0, "pastille"_L1), QRectF(0.5, 0.25, 0.25, 0.25));
+        QCOMPARE(stage.place(0, "toolbox"_L1), QRectF(0.5, 0.5, 0.5, 0.075));
         stage->setBackgroundPixmap(QPixmap());
         QCOMPARE(stage.pastille(0)->geometry(), QRect(320, 120, 160, 120));
         QCOMPARE(stage.box(0)->geometry(), QRect(320, 240, 320, 36));
@@ -291,14 +297,26 @@ private Q_SLOTS:
 
     void anOverlayWithoutSizePlacesInOnePixel()
     {
+        const QJsonObject pastille = object("{'x':0.5,'y':0.25,'w':0.25,'h':0.25}");
+        const QJsonObject toolbox = object("{'x':0.5,'y':0.5,'w':0.5,'h':0.075}");
         InteractiveOverlay overlay;
         overlay.resize(0, 0);
-        QVERIFY(overlay.fromJson(documentWith("[{'pastille':{'x':0.5,'y':0.25,'w':0.25,'h':0.25}}]")));
-        const auto *area = overlay.findChild<TouchArea *>();
+        QVERIFY(
+            overlay.fromJson(documentOf({QJsonObject{{u"pastille"_s, pastille}, {u"toolbox"_s, toolbox}}})));
+        auto *area = overlay.findChild<TouchArea *>();
+        auto *box = overlay.findChild<ActionToolBox *>();
         QCOMPARE(area->geometry(), QRect(1, 0, 1, 1));
-        // What was read is written again.
-        QCOMPARE(overlay.toJson()["nodes"_L1][0]["pastille"_L1].toObject(),
-                 object("{'x':0.5,'y':0.25,'w':0.25,'h':0.25}"));
+        QCOMPARE(box->pos(), QPoint(1, 1));
+        // What was read is written again, also after moves that nothing can be measured on.
+        const auto stored = [&](QLatin1StringView what) {
+            return overlay.toJson()["nodes"_L1][0][what].toObject();
+        };
+        QCOMPARE(stored("pastille"_L1), pastille);
+        QCOMPARE(stored("toolbox"_L1), toolbox);
+        Q_EMIT area->moved();
+        Q_EMIT box->moved();
+        QCOMPARE(stored("pastille"_L1), pastille);
+        QCOMPARE(stored("toolbox"_L1), toolbox);
     }
 
     void hugePlacesAreHeldWithinWidgets()
