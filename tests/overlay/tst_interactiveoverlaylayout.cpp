@@ -138,6 +138,22 @@ private Q_SLOTS:
         QCOMPARE(stage.pastille(0)->geometry(), QRect(320, 240, 56, 56));
     }
 
+    void aPictureWithoutAreaMovesNothing()
+    {
+        OverlayStage stage;
+        stage->addPastille(QPoint(100, 100), u"a"_s);
+        const QRect area = stage.pastille(0)->geometry();
+        const QRect box = stage.box(0)->geometry();
+        const QJsonValue nodes = stage->toJson()["nodes"_L1];
+        // Contained, no row of the first one is left; without one it is as before.
+        for (const QPixmap &picture : {bluePicture(5000, 1), QPixmap()}) {
+            stage->setBackgroundPixmap(picture);
+            QCOMPARE(stage.pastille(0)->geometry(), area);
+            QCOMPARE(stage.box(0)->geometry(), box);
+            QCOMPARE(stage->toJson()["nodes"_L1], nodes);
+        }
+    }
+
     void anotherScaleModeMovesTheWidgets()
     {
         OverlayStage stage;
