@@ -95,10 +95,11 @@ private Q_SLOTS:
     void whatWasThereIsReplaced()
     {
         OverlayStage stage;
-        stage->addPastille(QPoint(100, 100), u"old"_s);
-        const QPointer<TouchArea> old = stage.pastille(0);
+        const QPointer<TouchArea> old = stage->addPastille(QPoint(100, 100), u"old"_s);
+        const QPointer<TouchArea> oldListener = stage->addPastille(QPoint(100, 200), u"old too"_s);
         const QPointer<ActionToolBox> oldBox = stage.box(0);
         old->setActive(true);
+        oldListener->startListening();
         stage.takeDirty();
         QVERIFY(
             stage->fromJson(documentWith("[{'title':'new','pastille':{'x':0.5,'y':0.5,'w':0.1,'h':0.1}}]")));
@@ -106,6 +107,15 @@ private Q_SLOTS:
         QVERIFY(old && old->isVisible());
         QCOMPARE(stage->toJson()["nodes"_L1].toArray().size(), 1);
         QCOMPARE(stage.node(0)["title"_L1], u"new"_s);
+        QVERIFY(!stage->listeningPastille());
+        stage.takeDirty();
+        stage->applyListenedInput(u"joy_1"_s);
+        QCOMPARE(stage.takeDirty(), 0);
+        QCOMPARE(oldListener->title(), u"old too"_s);
+        // The next active one takes over from nobody.
+        TouchArea *fresh = stage.pastilles().last();
+        Q_EMIT fresh->requestSetActive(fresh, true);
+        QCOMPARE(old->state(), TouchArea::Active);
         stage.takeDirty();
         old->startListening();
         old->setState(TouchArea::Normal);
@@ -117,7 +127,7 @@ private Q_SLOTS:
         QVERIFY(old);
 
         stage.deleteRetired();
-        QVERIFY(!old && !oldBox);
+        QVERIFY(!old && !oldListener && !oldBox);
         QCOMPARE(stage.titles(), QStringList({u"new"_s}));
         QCOMPARE(stage.boxes().size(), 1);
     }
