@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Documents that nobody draws by hand: too many nodes, too deep, of wrong types.
+// Documents that nobody draws by hand: too many nodes, too deep, of wrong types. And listeners that change
+// the nodes while the overlay goes through them.
 #include "overlaystage.h"
 
 #include "nodedocument.h"
 #include "sanitizers.h"
 #include "testmain.h"
 
+#include <QtCore/QScopedValueRollback>
+#include <QtWidgets/QComboBox>
+
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -51,6 +56,26 @@ QJsonArray standIns()
     return array(
         "[null,true,false,0,-1,1.5,1e308,-1e308,2147483648,-2147483649,'','x','joy_1','but_99999999999',"
         "[],[[]],{},{'x':1}]");
+}
+
+/// What an overlay does while it goes through its nodes.
+using Run = void (*)(OverlayStage &);
+
+/// A listener that takes the last node away whenever something changed.
+void removeLastAtEachDirty(OverlayStage &stage)
+{
+    const auto removeLast = [&stage, busy = false]() mutable {
+        if (busy)
+            return;
+        const QScopedValueRollback removing(busy, true);
+        const QJsonArray nodes = stage->toJson()["nodes"_L1].toArray();
+        const QUuid last = QUuid::fromString(nodes.last()["id"_L1].toString());
+        for (TouchArea *area : stage.pastilles()) {
+            if (area->id() == last)
+                stage->removePastille(area);
+        }
+    };
+    QObject::connect(stage.overlay(), &InteractiveOverlay::dirty, stage.overlay(), removeLast);
 }
 } // namespace
 
@@ -229,6 +254,111 @@ private Q_SLOTS:
             stage->applyMapping({{u"bridges"_s, bridges}});
         });
         QVERIFY(bound > 300);
+    }
+
+    // Listeners that change the nodes.
+
+    void aListenerMayRemoveNodesAtAnyTime_data()
+    {
+        QTest::addColumn<Run>("run");
+        QTest::newRow("load") << Run([](OverlayStage &stage) {
+            QVERIFY(stage->fromJson(documentWith(
+                "[{'title':'a'},{'title':'b','state':'Active'},{'title':'c','state':'Listening'}]")));
+            // Each went at its creation.
+            QVERIFY(stage->toJson()["nodes"_L1].toArray().isEmpty());
+            QVERIFY(!stage->listeningPastille());
+        });
+        QTest::newRow("mapping") << Run([](OverlayStage &stage) {
+            stage->applyMapping(object("{'bridges':[{'src':{'stringKey':'a'},'action':'Dire'}]}"));
+        });
+        QTest::newRow("catalogue") << Run(
+            [](OverlayStage &stage) { stage->setExternalServices(someFunctions()); });
+        QTest::newRow("binding by title")
+            << Run([](OverlayStage &stage) { stage->applyActionToTitle(u"Tirer"_s, u"a"_s); });
+    }
+
+    void aListenerMayRemoveNodesAtAnyTime()
+    {
+        QFETCH(const Run, run);
+        OverlayStage stage;
+        stage->setExternalServices(someFunctions());
+        for (int i = 0; i < 3; ++i)
+            stage->addPastille(QPoint(100, 100 + 100 * i), u"a"_s);
+        stage->applyActionToTitle(u"Avancer"_s, u"a"_s);
+        removeLastAtEachDirty(stage);
+        run(stage);
+        QVERIFY(stage->toJson()["nodes"_L1].toArray().size() < 3);
+        stage->grab();
+        stage.deleteRetired();
+        QCOMPARE(stage.pastilles().size(), stage->toJson()["nodes"_L1].toArray().size());
+        stage->grab();
+    }
+
+    void aNodeThatIsRemovedMeanwhileKeepsNoOtherFromItsFunction_data()
+    {
+        QTest::addColumn<Run>("run");
+        QTest::addColumn<QString>("function");
+        // The last one fills a field, and so its function goes to the ones before it.
+        QTest::newRow("catalogue") << Run([](OverlayStage &stage) {
+            stage->setExternalServices(someFunctions());
+        }) << u"Avancer"_s;
+        QTest::newRow("binding by title")
+            << Run([](OverlayStage &stage) { stage->applyActionToTitle(u"Tirer"_s, u"a"_s); }) << u"Tirer"_s;
+    }
+
+    void aNodeThatIsRemovedMeanwhileKeepsNoOtherFromItsFunction()
+    {
+        QFETCH(const Run, run);
+        QFETCH(const QString, function);
+        OverlayStage stage;
+        stage->setExternalServices(someFunctions());
+        for (const QString &own : {u"Centrer"_s, u"Dire"_s, u"Avancer"_s}) {
+            stage->addPastille({}, own);
+            stage->applyActionToTitle(own, own);
+        }
+        for (TouchArea *area : stage.pastilles())
+            area->setTitle(u"a"_s);
+        TouchArea *first = stage.pastille(0);
+        connect(stage.box(0), &ActionToolBox::durty, this, [&] { stage->removePastille(first); });
+        run(stage);
+        stage.deleteRetired();
+        QCOMPARE(stage.functions(), QStringList({function, function}));
+    }
+
+    void theBridgeOfANodeThatIsRemovedMeanwhileIsDropped()
+    {
+        OverlayStage stage;
+        stage->addPastille({}, u"joy_1"_s);
+        TouchArea *last = stage->addPastille({}, u"joy_41"_s);
+        connect(stage.box(0), &ActionToolBox::durty, this, [&] { stage->removePastille(last); });
+        QVERIFY(stage->applyMapping(object("{'bridges':[{'src':{'stringKey':'joy_1'},'action':'Dire'},"
+                                           "{'src':{'stringKey':'joy_41'},'action':'Tirer'}]}")));
+        QCOMPARE(stage.functions(), QStringList({u"Dire"_s, QString()}));
+        // The key that it would have been given is not taken either.
+        stage->addPastille({}, u"next"_s);
+        QCOMPARE(stage.key(0), u"joy_1"_s);
+        QCOMPARE(stage.key(1), u"joy_2"_s);
+    }
+
+    void nodesThatAreAddedMeanwhileKeepNoneFromTheCatalogue()
+    {
+        OverlayStage stage;
+        stage->setExternalServices(someFunctions());
+        for (int i = 0; i < 3; ++i)
+            stage->addPastille({}, u"a"_s);
+        stage->applyActionToTitle(u"Avancer"_s, u"a"_s);
+        // So many that the list of nodes needs another place.
+        bool added = false;
+        connect(stage.overlay(), &InteractiveOverlay::dirty, this, [&] {
+            for (int left = std::exchange(added, true) ? 0 : 20; left > 0; --left)
+                stage->addPastille({}, u"b"_s);
+        });
+        QJsonArray more = someFunctions();
+        more.append(QJsonObject{{u"name"_s, u"Plus"_s}});
+        stage->setExternalServices(more);
+        QCOMPARE(stage.boxes().size(), 23);
+        for (const ActionToolBox *box : stage.boxes())
+            QCOMPARE(box->findChild<QComboBox *>()->count(), 6);
     }
 };
 
