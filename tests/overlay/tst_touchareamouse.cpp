@@ -193,7 +193,10 @@ private Q_SLOTS:
         QCOMPARE(stage.takeJournal(), QStringList({u"activated own joy_2"_s}));
         QCOMPARE(stage.cursor(), Qt::PointingHandCursor);
         stage.moveTo(body + QPoint(20, 20));
+        stage.moveTo(stage.handle());
+        QCOMPARE(stage.cursor(), Qt::PointingHandCursor);
         stage.release(body + QPoint(20, 20));
+        QCOMPARE(stage.cursor(), Qt::PointingHandCursor);
         QCOMPARE(stage.takeJournal(), QStringList());
         QCOMPARE(stage.pastille()->geometry(), QRect(100, 80, 56, 56));
         QCOMPARE(stage.ground()->presses, 0);
