@@ -13,7 +13,7 @@ struct NodeInput
     QString deviceType = QStringLiteral("gamepade");
     int deviceId = 0;
     int packetId = 1;
-    QString stringKey; ///< the input key; no document holds a node without one
+    QString stringKey; ///< the input key; empty only where a document that is read tells none
 
     bool operator==(const NodeInput &) const = default;
 };

@@ -69,7 +69,7 @@ QJsonObject node(const QString &title, const QPoint &pastille, const QPoint &too
             {u"toolbox"_s, place(QRect(toolBox, QSize(260, 36)), whole)}};
 }
 
-/// Places are in pixels of the overlay, as version 1 had them.
+/// Places are fractions of the whole overlay, as version 1 had them.
 void load(InteractiveOverlay *overlay, const QJsonArray &nodes)
 {
     const QSize size = overlay->size();

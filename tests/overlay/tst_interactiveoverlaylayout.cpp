@@ -80,8 +80,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<BackgroundScaleMode>("mode");
         QTest::addColumn<QRect>("pastille");
-        // The picture of 200 by 100, in 640 by 480 and then in 1000 by 400. The pastille starts as 64, 32
-        // wide and high at (320, 240).
+        // The picture of 200 by 100, in 640 by 480 and then in 1000 by 400. The pastille starts 56 wide and
+        // high at (320, 240).
         QTest::newRow("stretch") << BackgroundScaleMode::Stretch << QRect(500, 200, 88, 47);
         // 640 by 320 from (0, 80), then 800 by 400 from (100, 0).
         QTest::newRow("contain") << BackgroundScaleMode::Contain << QRect(500, 200, 70, 70);
