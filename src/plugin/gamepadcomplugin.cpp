@@ -8,6 +8,7 @@
 #include "manetteconfigurationwidget.h"
 
 #include <QtCore/QScopeGuard>
+#include <QtWidgets/QLayout>
 
 #include <memory>
 
@@ -73,6 +74,7 @@ QMainWindow *GamepadComPlugin::configWindow(QWidget *parent)
     if (!m_window) {
         m_window = new QMainWindow(parent);
         m_window->setWindowTitle(u"Gamepad"_s);
+        connect(m_window, &QObject::destroyed, this, &GamepadComPlugin::forgetWindow);
     }
     const QPointer<GamepadComPlugin> self = this;
     if (!m_configWidget && !m_fillingWindow)
@@ -94,12 +96,30 @@ void GamepadComPlugin::fillWindow()
     auto widget = std::make_unique<ManetteConfigurationWidget>();
     if (!self || !m_window)
         return;
-    m_configWidget = widget.release();
-    m_window->setCentralWidget(m_configWidget);
-    m_configWidget->setServices(m_services);
+    ManetteConfigurationWidget *const made = widget.release();
+    m_configWidget = made;
+    m_window->setCentralWidget(made);
+    connect(made, &QObject::destroyed, this, [this](QObject *dying) {
+        m_configWidget.clear();
+        // It is no longer the one that would have to make room, and be deleted, for another.
+        m_window->layout()->removeWidget(static_cast<QWidget *>(dying));
+    });
     // A host that wants other services to count calls `setServices`; the signal hands on what is stored.
-    connect(this, &GamepadComPlugin::servicesChanged, m_configWidget,
-            [this] { m_configWidget->setServices(m_services); });
+    connect(this, &GamepadComPlugin::servicesChanged, made, [this, made] {
+        if (m_configWidget == made)
+            made->setServices(m_services);
+    });
+    made->setServices(m_services);
+}
+
+// A profile that cannot be saved shows a box while the widget goes, and Qt clears the pointers to a widget
+// only after its children went. Under that box the host is to get a window that lives.
+void GamepadComPlugin::forgetWindow()
+{
+    m_window.clear();
+    if (m_configWidget)
+        m_configWidget->disconnect(this);
+    m_configWidget.clear();
 }
 
 int GamepadComPlugin::reservedFlagA()

@@ -36,6 +36,7 @@ public:
 private:
     void wireDelegateToModel();
     void fillWindow();
+    void forgetWindow();
 
     QPointer<LinkerDeviceModel> m_model;
     QPointer<DeviceItemDelegate> m_delegate;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "answer.h"
 #include "loadedplugin.h"
+#include "scriptedjoystick.h"
 #include "testmain.h"
 
 #include <QtCore/QDir>
@@ -60,18 +61,52 @@ bool offers(QWidget *window, const QString &function)
     return !offered(window).filter(function).isEmpty();
 }
 
+QString profileFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+           u"/Gamepads/0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"_s;
+}
+
+QString overlayPath()
+{
+    return profileFolder() + u"/overlay.json"_s;
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+void writeOverlay()
+{
+    write(overlayPath(), R"({"type":"InteractiveOverlay","version":2})");
+}
+
+void storeProfile()
+{
+    QVERIFY(QDir().mkpath(profileFolder()));
+    write(profileFolder() + u"/meta.json"_s,
+          R"({"type":"GamepadDefinderMeta","id":"0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"})");
+    writeOverlay();
+}
+
+/// A folder in place of the overlay's document, which can then be neither read nor written.
+void blockOverlay()
+{
+    QVERIFY(QFile::remove(overlayPath()));
+    QVERIFY(QDir().mkpath(overlayPath()));
+}
+
 /// A profile whose overlay cannot be read: the window's making then stops at a box.
 void storeUnreadableProfile()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                           u"/Gamepads/0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"_s;
-    QVERIFY(QDir().mkpath(folder + u"/overlay.json"_s));
-    QFile meta(folder + u"/meta.json"_s);
-    QVERIFY(meta.open(QIODevice::WriteOnly));
-    QVERIFY(meta.write(R"({"type":"GamepadDefinderMeta","id":"0b1f4d6e-58cb-4f51-9a0b-3c2d9f1e7a01"})") > 0);
+    storeProfile();
+    blockOverlay();
 }
 
-/// Does something while the box of the window's making is open.
+/// Does something while the box of the window's making, or of its end, is open.
 class UnderTheBox
 {
 public:
@@ -110,6 +145,15 @@ private Q_SLOTS:
         m_plugin.provider->setServices({});
     }
 
+    // The first, since the input side stays up.
+    void itBringsUpTheInputSide()
+    {
+        QCOMPARE(scripted::calls().update, 0);
+        QWidget host;
+        m_plugin.provider->configWindow(&host);
+        QVERIFY(scripted::calls().update > 0);
+    }
+
     void itHoldsTheThreeTabs()
     {
         QWidget host;
@@ -144,6 +188,21 @@ private Q_SLOTS:
         QCOMPARE(m_plugin.provider->configWindow(&host), window);
         QVERIFY(window->centralWidget()->inherits("ManetteConfigurationWidget"));
         QCOMPARE(shownOfClass(window, "ManetteConfigurationWidget").size(), 1);
+    }
+
+    void theWidgetThatReplacesADestroyedOneFollowsTheServices()
+    {
+        m_plugin.provider->setServices(servicesWith(u"Avancer"_s));
+        QWidget host;
+        delete m_plugin.provider->configWindow(&host)->centralWidget();
+        QMainWindow *window = windowWithStep(&host);
+        QVERIFY2(offers(window, u"Avancer"_s), qPrintable(offered(window).join(u' ')));
+        const QPointer<QWidget> card = shownOfClass(window, "ActionTaskBlockWidget").constFirst();
+        Q_EMIT m_plugin.provider->servicesChanged({});
+        QCOMPARE(shownOfClass(window, "ActionTaskBlockWidget").size(), 0);
+        QVERIFY(!card); // applied again: the cards are made anew
+        press(window, u"+ Etape"_s);
+        QVERIFY(offers(window, u"Avancer"_s));
     }
 
     void aDestroyedWindowIsMadeAnewWithItsWidget()
@@ -208,6 +267,66 @@ private Q_SLOTS:
         m_plugin.instance = m_plugin.loader.instance();
         m_plugin.provider = qobject_cast<IComInterfaceModelProvider *>(m_plugin.instance);
         QVERIFY(m_plugin.provider);
+    }
+
+    // A profile that cannot be saved shows a box while the widget goes, and the window with it.
+    void whatIsGoingIsGivenToNobodyAnyMore_data()
+    {
+        QTest::addColumn<bool>("theWindow");
+        QTest::newRow("the window goes") << true;
+        QTest::newRow("its widget goes") << false;
+    }
+    void whatIsGoingIsGivenToNobodyAnyMore()
+    {
+        QFETCH(const bool, theWindow);
+        storeProfile();
+        QWidget host;
+        QMainWindow *const going = m_plugin.provider->configWindow(&host);
+        const QWidget *const goingWidget = going->centralWidget();
+        going->show();
+        QCoreApplication::processEvents();
+        QVERIFY(QMetaObject::invokeMethod(going->findChild<QWidget *>(u"widgetOverlay"_s), "dirty"));
+        blockOverlay();
+
+        QPointer<QMainWindow> window;
+        QPointer<QWidget> widget;
+        const UnderTheBox box([&] {
+            QVERIFY(QDir(overlayPath()).removeRecursively());
+            writeOverlay();
+            m_plugin.provider->setServices(servicesWith(u"Avancer"_s));
+            Q_EMIT m_plugin.provider->servicesChanged({});
+            window = m_plugin.provider->configWindow(&host);
+            widget = window->centralWidget();
+            Q_EMIT m_plugin.provider->servicesChanged({});
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        });
+        if (theWindow)
+            delete going;
+        else
+            delete going->centralWidget();
+        QVERIFY(box.came());
+        QVERIFY(window);
+        QCOMPARE(window == going, !theWindow);
+        QVERIFY(widget);
+        QVERIFY(widget != goingWidget);
+        QCOMPARE(m_plugin.provider->configWindow(&host), window);
+        QCOMPARE(window->centralWidget(), widget);
+        QCOMPARE(windowWithStep(&host), window);
+        QVERIFY2(offers(window, u"Avancer"_s), qPrintable(offered(window).join(u' ')));
+    }
+
+    void askedForAsItGoesItIsANewWindowWithAWidgetOfItsOwn()
+    {
+        QWidget host;
+        QMainWindow *going = m_plugin.provider->configWindow(&host);
+        QPointer<QMainWindow> window;
+        connect(going, &QObject::destroyed, &host, [&] { window = m_plugin.provider->configWindow(&host); });
+        delete going;
+        QVERIFY(window);
+        QCOMPARE(m_plugin.provider->configWindow(&host), window);
+        QVERIFY(window->centralWidget()->inherits("ManetteConfigurationWidget"));
+        m_plugin.provider->setServices(servicesWith(u"Avancer"_s));
+        QVERIFY2(offers(windowWithStep(&host), u"Avancer"_s), qPrintable(offered(window).join(u' ')));
     }
 
     void servicesFromBeforeReachTheWidgetWhenItIsMade()
