@@ -56,7 +56,7 @@ void ActionLinker::loadMapping()
     QString error;
     const QJsonObject mapping = readMappingFile(path, &ok, &error);
     if (ok)
-        m_overlay->applyMapping(withKnownNames(mapping, m_externalServices));
+        m_overlay->applyMapping(withKnownNames(mapping, m_overlay->externalServices()));
     else
         qWarning() << "[ActionLinker] mapping load failed:" << error;
 }
@@ -77,8 +77,8 @@ void ActionLinker::mirrorServices()
     const QScopedValueRollback loading(m_loading, true);
     const QJsonObject mapping = currentMapping();
     const HeldConfigs held(*m_overlay);
-    m_overlay->setExternalServices(m_externalServices);
-    m_overlay->applyMapping(withKnownNames(mapping, m_externalServices));
+    m_overlay->setExternalServices(withTrimmedNames(m_externalServices));
+    m_overlay->applyMapping(withKnownNames(mapping, m_overlay->externalServices()));
     held.giveBack();
 }
 

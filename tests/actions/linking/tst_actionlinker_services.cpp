@@ -165,6 +165,45 @@ private Q_SLOTS:
         QCOMPARE(stage().configs()[0].toObject(), object("{'ref':'a','action':'a','args':{'speed':7}}"));
     }
 
+    void anActionThatOnlyATaskNamesIsFoundInAnotherCase_data()
+    {
+        QTest::addColumn<QByteArray>("tasks");
+        QTest::newRow("by ref") << "'args':{'speed':42},'dst':[{'ref':'a'}]"_ba;
+        QTest::newRow("by action") << "'dst':[{'action':'a','args':{'speed':42}}]"_ba;
+    }
+
+    void anActionThatOnlyATaskNamesIsFoundInAnotherCase()
+    {
+        QFETCH(const QByteArray, tasks);
+        const QByteArray source =
+            "{'src':{'deviceType':'gamepade','deviceId':0,'packetId':1,'stringKey':'but_1'},";
+        writeMapping("{'bridges':[" + source + tasks + "}]}");
+        stage().show(oneProfile, {}, titles);
+        stage()->setExternalServices(someActions());
+        QCOMPARE(stage().overlay().exportBridges()["bridges"_L1].toArray(),
+                 QJsonArray{object(stored)["bridges"_L1][0]});
+    }
+
+    /// As somebody may have written it by hand; the window itself stores none.
+    void anActionWithBlanksAroundItsNameIsTheSameAction()
+    {
+        QJsonArray actions = someActions();
+        QJsonObject renamed = actions[0].toObject();
+        renamed["name"_L1] = u" A "_s;
+        actions[0] = renamed;
+        stage().show(oneProfile, {}, titles);
+        takeActions(actions);
+        verifyNothingWasWrittenNorLost();
+        stage().show(oneProfile, {}, titles);
+        verifyNothingWasWrittenNorLost();
+        QCOMPARE(stage()->externalServices(), actions);
+        // A binding that is made now has its fields and its tasks too.
+        stage().overlay().applyActionToTitle(u"A"_s, u"but_9"_s);
+        stage().save();
+        QCOMPARE(storedBridges()[3]["dst"_L1][0]["ref"_L1].toString(), u"F"_s);
+        QVERIFY(storedBridges()[3]["args"_L1].toObject().contains("speed"_L1));
+    }
+
     void aChangedStepReachesTheStoredTasksAndTheNextSaveGivesTheSame()
     {
         stage().show(oneProfile, {}, titles);
