@@ -4,6 +4,7 @@
 #include "profilefolder.h"
 #include "profilemapping.h"
 #include "profilesroot.h"
+#include "smalldisk.h"
 #include "testmain.h"
 
 #include <QtCore/QDateTime>
@@ -19,6 +20,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 const QUuid someId(u"{6f1c3a52-0d6c-4d0e-9a42-5f4f3c0d9c11}"_s);
+/// Its action has got a task.
+const QByteArray staleMapping = R"({"bridges":[{"action":"B","dst":[]}]})";
 
 QByteArray contentOf(const QString &path)
 {
@@ -180,13 +183,12 @@ private Q_SLOTS:
 
     void blanksAroundAConfigDoNotCountHere()
     {
-        const QByteArray stale = R"({"bridges":[{"action":"B","dst":[]}]})";
         writeMeta(u"one"_s, {{u"config"_s, u" mine.json "_s}});
-        const QString trimmed = writeBelowRoot(u"one/mine.json"_s, stale);
-        const QString asItStands = writeBelowRoot(u"one/ mine.json "_s, stale);
+        const QString trimmed = writeBelowRoot(u"one/mine.json"_s, staleMapping);
+        const QString asItStands = writeBelowRoot(u"one/ mine.json "_s, staleMapping);
         refreshMappings(profilesRootPath(), actions());
-        QVERIFY(contentOf(trimmed) != stale);
-        QCOMPARE(contentOf(asItStands), stale);
+        QVERIFY(contentOf(trimmed) != staleMapping);
+        QCOMPARE(contentOf(asItStands), staleMapping);
     }
 
     void aFileThatIsUpToDateIsWrittenLikeTheOthers()
@@ -244,14 +246,13 @@ private Q_SLOTS:
     {
         QFETCH(const QString, meta);
         QFETCH(const QByteArray, content);
-        const QByteArray stale = R"({"bridges":[{"action":"B","dst":[]}]})";
         writeBelowRoot(meta, content);
-        const QString path = writeBelowRoot(u"one/configActionGamepad.json"_s, stale);
+        const QString path = writeBelowRoot(u"one/configActionGamepad.json"_s, staleMapping);
         writeMeta(u"two"_s, {});
-        const QString next = writeBelowRoot(u"two/configActionGamepad.json"_s, stale);
+        const QString next = writeBelowRoot(u"two/configActionGamepad.json"_s, staleMapping);
         refreshMappings(profilesRootPath(), actions());
-        QCOMPARE(contentOf(path), stale);
-        QVERIFY(contentOf(next) != stale);
+        QCOMPARE(contentOf(path), staleMapping);
+        QVERIFY(contentOf(next) != staleMapping);
     }
 
     void aProfileWithoutAMappingGetsNone()
@@ -267,33 +268,40 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(profilesRootPath()));
     }
 
+    void whatCannotBeReadDoesNotKeepTheOthersFromIt()
+    {
+        const QStringList folders = profilesAsTheyAreFound();
+        QVERIFY(QDir().mkpath(mappingIn(folders.first())));
+        for (const QString &folder : folders.sliced(1))
+            writeBelowRoot(folder + u"/configActionGamepad.json"_s, staleMapping);
+        refreshMappings(profilesRootPath(), actions());
+        for (const QString &folder : folders.sliced(1))
+            QCOMPARE(bridgesOf(mappingIn(folder)), array("[{'action':'B','dst':[{'ref':'G'}]}]"));
+    }
+
     void whatCannotBeWrittenDoesNotKeepTheOthersFromIt()
     {
-        const QByteArray stale = R"({"bridges":[{"action":"B","dst":[]}]})";
-        QStringList paths;
-        for (const QString &folder : {u"a"_s, u"b"_s, u"c"_s}) {
-            writeMeta(folder, {});
-            paths.append(writeBelowRoot(folder + u"/configActionGamepad.json"_s, stale));
-        }
-        if (!QFile::setPermissions(paths[1], QFile::ReadOwner) ||
-            QFile(paths[1]).open(QIODevice::ReadWrite)) {
-            // The superuser is refused nothing, so the folder in the middle holds what cannot be read at all.
-            QVERIFY(QFile::remove(paths[1]));
-            QVERIFY(QDir().mkpath(paths[1]));
-        }
-        refreshMappings(profilesRootPath(), actions());
-        QCOMPARE(bridgesOf(paths[0]), array("[{'action':'B','dst':[{'ref':'G'}]}]"));
-        QCOMPARE(bridgesOf(paths[2]), array("[{'action':'B','dst':[{'ref':'G'}]}]"));
+        const QStringList folders = profilesAsTheyAreFound();
+        const SmallDisk disk(profilesRootPath() + u'/' + folders.first(), 10, 16);
+        GAMEPAD_NEED_MOUNTED(disk);
+        writeMeta(folders.first(), {});
+        for (const QString &folder : folders)
+            writeBelowRoot(folder + u"/configActionGamepad.json"_s, staleMapping);
+        const QByteArray task = "{'ref':'G','args':{'text':'" + QByteArray(64 * 1024, 'x') + "'}}";
+        refreshMappings(profilesRootPath(), array("[{'name':'B','tasks':[" + task + "]}]"));
+        const QJsonArray refreshed = array("[{'action':'B','dst':[" + task + "]}]");
+        QVERIFY(bridgesOf(mappingIn(folders.first())) != refreshed);
+        for (const QString &folder : folders.sliced(1))
+            QCOMPARE(bridgesOf(mappingIn(folder)), refreshed);
     }
 
     void aHostileConfigReachesNothingOutsideTheFolder()
     {
-        const QByteArray stale = R"({"bridges":[{"action":"B","dst":[]}]})";
-        const QString outside = writeBelowRoot(u"outside.json"_s, stale);
+        const QString outside = writeBelowRoot(u"outside.json"_s, staleMapping);
         writeMeta(u"one"_s, {{u"config"_s, u" ../outside.json "_s}});
         writeMeta(u"two"_s, {{u"config"_s, outside}});
         refreshMappings(profilesRootPath(), actions());
-        QCOMPARE(contentOf(outside), stale);
+        QCOMPARE(contentOf(outside), staleMapping);
     }
 
 #ifdef Q_OS_UNIX
@@ -309,6 +317,19 @@ private Q_SLOTS:
 #endif
 
 private:
+    /// Three profiles without mappings, in the order in which their folders are walked.
+    static QStringList profilesAsTheyAreFound()
+    {
+        for (const QString &folder : {u"a"_s, u"b"_s, u"c"_s})
+            writeMeta(folder, {});
+        return QDir(profilesRootPath()).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
+    }
+
+    static QString mappingIn(const QString &folder)
+    {
+        return profilesRootPath() + u'/' + folder + u"/configActionGamepad.json"_s;
+    }
+
     static QJsonArray actions() { return array("[{'name':'B','tasks':[{'ref':'G'}]}]"); }
 };
 
