@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The list of actions and its hint, with a person's clicks.
 #include "actionspanel.h"
+#include "sheetdeclarations.h"
 #include "testmain.h"
 
 #include <QtGui/QWindow>
@@ -60,6 +61,41 @@ private Q_SLOTS:
         QCOMPARE(list().selectionMode(), QAbstractItemView::SingleSelection);
         QVERIFY(hint().wordWrap());
         QCOMPARE(hint().text(), m_idle);
+    }
+
+    void eachPartHasItsLook_data()
+    {
+        QTest::addColumn<QString>("selector");
+        QTest::addColumn<QString>("declaration");
+        const auto row = [](const QString &selector, const QString &declaration) {
+            QTest::newRow(qPrintable(selector + u' ' + declaration)) << selector << declaration;
+        };
+        const QString panel = u"#mappingActionsPanel"_s;
+        const QString text = u"color: #E8F0F5;"_s;
+        row(panel, u"background: rgba(15, 26, 36, 210);"_s);
+        row(panel, u"border: 1px solid #2A4456;"_s);
+        row(panel, u"border-radius: 12px;"_s);
+        row(panel + u" QLabel"_s, text);
+        row(panel + u" #mappingActionsHint"_s, u"color: rgba(232, 240, 245, 170);"_s);
+        row(panel + u" #mappingActionsList"_s, u"background: rgba(12, 22, 31, 230);"_s);
+        row(panel + u" #mappingActionsList"_s, text);
+        const QString item = u"#mappingActionsList::item"_s;
+        row(item, text);
+        row(item, u"padding: 6px 8px;"_s);
+        row(item, u"border-radius: 8px;"_s);
+        row(item + u":hover:enabled"_s, u"background: rgba(47, 79, 99, 160);"_s);
+        for (const QString &selected : {u":selected"_s, u":selected:hover"_s}) {
+            row(item + selected, u"background: #2F7A43;"_s);
+            row(item + selected, u"border-color: #3FAE49;"_s);
+        }
+    }
+
+    void eachPartHasItsLook()
+    {
+        QFETCH(const QString, selector);
+        QFETCH(const QString, declaration);
+        const QString declarations = declarationsFor(m_panel->styleSheet(), selector);
+        QVERIFY2(declarations.contains(declaration), qPrintable(declarations));
     }
 
     void actionsAreListedInOrder()

@@ -3,26 +3,10 @@
 #include "shellsheet.h"
 
 #include "manetteconfigurationwidget.h"
+#include "sheetdeclarations.h"
 #include "testmain.h"
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-/// What the sheet declares for the selector, as "name: value; name: value;".
-QString declarationsFor(const QString &selector)
-{
-    QString declarations;
-    const QStringList rules = shellSheet().simplified().split(u'}', Qt::SkipEmptyParts);
-    for (const QString &rule : rules) {
-        const QStringList selectors = rule.section(u'{', 0, 0).split(u',');
-        const auto isMeant = [&](const QString &candidate) { return candidate.trimmed() == selector; };
-        if (std::ranges::any_of(selectors, isMeant))
-            declarations += rule.section(u'{', 1).trimmed();
-    }
-    return declarations;
-}
-} // namespace
 
 class TestShellSheet : public QObject
 {
@@ -94,7 +78,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, selector);
         QFETCH(const QString, declaration);
-        const QString declarations = declarationsFor(selector);
+        const QString declarations = declarationsFor(shellSheet(), selector);
         QVERIFY2(declarations.contains(declaration), qPrintable(declarations));
     }
 
