@@ -114,6 +114,18 @@ private Q_SLOTS:
         QCOMPARE(other.count(), 0);
     }
 
+    /// Blanks around the name do not hide the panel, but the gamepad that is told has exactly the name.
+    void aNameWithBlanksAroundItTellsNobody()
+    {
+        const QSignalSpy told(&stage().plug(u"Pad"_s), &IComInterface::noCodeAppChanged);
+        stage().show(oneProfile, u" Pad "_s, {u"but_3"_s});
+        QVERIFY(stage().panel().isVisible());
+        bind(u"C"_s, u"but_3"_s);
+        stage().save();
+        QCOMPARE(storedBridges().size(), 1);
+        QCOMPARE(told.count(), 0);
+    }
+
     void theFolderIsMade()
     {
         stage().show(oneProfile, {}, {u"but_3"_s});
