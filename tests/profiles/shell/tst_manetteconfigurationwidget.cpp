@@ -50,6 +50,14 @@ private Q_SLOTS:
         QCOMPARE(tabs->count(), 3);
     }
 
+    void itHasNoSignalSlotOrPropertyOfItsOwn()
+    {
+        const QMetaObject &meta = ManetteConfigurationWidget::staticMetaObject;
+        QCOMPARE(QLatin1StringView(meta.className()), "ManetteConfigurationWidget"_L1);
+        QCOMPARE(meta.methodCount(), meta.methodOffset());
+        QCOMPARE(meta.propertyCount(), meta.propertyOffset());
+    }
+
     void theFirstTabIsTheEditor()
     {
         const Shell shell;
