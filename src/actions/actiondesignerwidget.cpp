@@ -6,6 +6,7 @@
 #include "actiontaskblockwidget.h"
 #include "installationfolders.h"
 #include "makepath.h"
+#include "wholetext.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopedValueRollback>
@@ -146,7 +147,7 @@ void ActionDesignerWidget::loadAction(int index)
         m_nameEdit->clear();
         return;
     }
-    m_nameEdit->setText(storedName(m_actions, index));
+    showWhole(m_nameEdit, storedName(m_actions, index));
     const QJsonArray tasks = m_actions.at(index).toObject().value("tasks"_L1).toArray();
     for (const QJsonValue &task : tasks) {
         if (m_steps.size() == mostShownSteps)
@@ -177,7 +178,7 @@ void ActionDesignerWidget::commitAction(int index)
     for (const QJsonValue &task : std::as_const(m_unshownTasks))
         tasks.append(task);
     QJsonObject action = m_actions.at(index).toObject();
-    action["name"_L1] = displayName(m_nameEdit->text(), index);
+    action["name"_L1] = displayName(wholeText(m_nameEdit), index);
     action["tasks"_L1] = tasks;
     m_actions.replace(index, action);
 }

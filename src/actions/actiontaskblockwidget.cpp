@@ -7,6 +7,7 @@
 #include "functioncombobox.h"
 #include "functionlistmodel.h"
 #include "sharedsheet.h"
+#include "wholetext.h"
 
 #include <QtCore/QJsonArray>
 #include <QtWidgets/QHBoxLayout>
@@ -93,7 +94,7 @@ QJsonObject ActionTaskBlockWidget::config() const
     if (!function)
         return {};
     QJsonObject task{{u"ref"_s, function->name}, {u"args"_s, m_form->args()}};
-    const QString when = m_whenEdit->text().trimmed();
+    const QString when = wholeText(m_whenEdit).trimmed();
     if (!when.isEmpty())
         task.insert("when"_L1, normalizeExpression(when));
     return task;
@@ -112,7 +113,7 @@ bool ActionTaskBlockWidget::applyConfig(const QJsonObject &task)
     m_form->fill(task.value("args"_L1).toObject());
     const QString when = conditionOf(task);
     if (!when.isEmpty())
-        m_whenEdit->setText(when);
+        showWhole(m_whenEdit, when);
     Q_EMIT changed();
     return true;
 }

@@ -3,6 +3,7 @@
 
 #include "argumenttyping.h"
 #include "longtext.h"
+#include "wholetext.h"
 
 #include <QtCore/QMap>
 
@@ -38,7 +39,7 @@ void discard(QWidget *widget)
 
 bool isBlank(const QLineEdit *edit)
 {
-    return edit->text().trimmed().isEmpty();
+    return wholeText(edit).trimmed().isEmpty();
 }
 } // namespace
 
@@ -84,7 +85,7 @@ QJsonObject ArgumentForm::args() const
 {
     QJsonObject args = m_unshownArgs;
     for (const ParamField &field : m_fields) {
-        const QString text = field.edit->text().trimmed();
+        const QString text = wholeText(field.edit).trimmed();
         args.insert(field.param.name,
                     parseArgumentValue(text.isEmpty() ? field.param.defaultText : text, field.param.type));
     }
@@ -102,7 +103,7 @@ void ArgumentForm::fill(const QJsonObject &args)
     for (const ParamField &field : fields) {
         const auto text = argumentText(args.value(field.param.name), field.param.type);
         if (text && field.edit)
-            field.edit->setText(*text);
+            showWhole(field.edit, *text);
     }
 }
 

@@ -38,7 +38,8 @@ public:
 
     /// The value of every parameter by name; an empty field counts as its default.
     [[nodiscard]] QJsonObject args() const;
-    /// Gives each field the text of its value in `args`; one that `args` does not name stays as it is.
+    /// Gives each field the text of its value in `args`; one that `args` does not name stays as it is. Of a
+    /// text that is too long for a field the rest stays with it until somebody edits it.
     void fill(const QJsonObject &args);
     /// Writes "arg_0" into the first empty field that an axis (0) or a button (1) can feed.
     void fillFromInput(int inputKind);

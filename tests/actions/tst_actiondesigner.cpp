@@ -264,6 +264,38 @@ private Q_SLOTS:
         QVERIFY(stage.name().hasFocus());
     }
 
+    void textsThatAreTooLongForTheirFieldsStayWhole()
+    {
+        const QString endless(40'000, u'w');
+        QJsonObject step = task(u"LockOn"_s, {{u"cible"_s, endless}});
+        step.insert(u"when"_s, endless);
+        DesignerStage stage({action(endless, {step, task(u"Vol"_s, {{u"vitesse"_s, 2}})}), action(u"B"_s)});
+        stage.designer().setFunctions(functions());
+        stage.show();
+        const QJsonArray stored = stage.actions();
+        stage.pick(1);
+        QVERIFY(stage.actions() == stored);
+        stage.pick(0);
+        stage.saveNow();
+        QVERIFY(DesignerStage::savedActions() == stored);
+
+        DesignerStage::type(stage.field(1, 0), u"5"_s);
+        stage.saveNow();
+        const QJsonArray edited{action(endless, {step, task(u"Vol"_s, {{u"vitesse"_s, 25}})}),
+                                action(u"B"_s)};
+        QVERIFY(DesignerStage::savedActions() == edited);
+    }
+
+    void aNameThatIsTooLongForItsFieldIsThatOfTheFieldOnceItIsEdited()
+    {
+        const QString endless(40'000, u'w');
+        DesignerStage stage({action(endless)});
+        stage.show();
+        stage.name().setFocus();
+        QTest::keyClick(&stage.name(), Qt::Key_Backspace);
+        QVERIFY(stage.nameOf(0) == endless.first(stage.name().maxLength() - 1));
+    }
+
     void namesNeedNotBeUnique()
     {
         DesignerStage stage({action(u"A"_s), action(u"A"_s)});

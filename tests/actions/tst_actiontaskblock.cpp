@@ -180,6 +180,21 @@ private Q_SLOTS:
         QCOMPARE(stage.card().config(), taskWhen(u"Tir"_s, {}, text));
     }
 
+    void aConditionThatIsTooLongForItsFieldStaysWholeUntilItIsEdited()
+    {
+        const QString endless(40'000, u'w');
+        CardStage stage;
+        stage.card().setFunctions(catalogue());
+        QVERIFY(stage.card().applyConfig(taskWhen(u"Tir"_s, {}, endless)));
+        QVERIFY(stage.card().config() == taskWhen(u"Tir"_s, {}, endless));
+        stage.card().setFunctions({function(u"Tir"_s)});
+        QVERIFY(stage.card().config() == taskWhen(u"Tir"_s, {}, endless));
+        stage.show();
+        QTest::keyClick(&stage.when(), Qt::Key_Backspace);
+        const QString left = endless.first(stage.when().maxLength() - 1);
+        QVERIFY(stage.card().config() == taskWhen(u"Tir"_s, {}, left));
+    }
+
     void aTaskThatNeverRunsShowsNoCondition()
     {
         CardStage stage;

@@ -102,6 +102,27 @@ private Q_SLOTS:
         QCOMPARE(form.fields().at(1).edit->text(), QString());
     }
 
+    void aTextThatIsTooLongForItsFieldStaysWholeUntilItIsEdited()
+    {
+        const QString endless(40'000, u'w');
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({{u"x"_s, u"string"_s, QString()}, {u"y"_s, u"string"_s, QString()}});
+        QJsonObject told;
+        connect(&form, &ArgumentForm::edited, &form, [&] { told = form.args(); });
+        form.fill({{u"x"_s, endless}, {u"y"_s, endless}});
+        const QJsonObject whole{{u"x"_s, endless}, {u"y"_s, endless}};
+        QVERIFY(form.args() == whole);
+        QVERIFY(told == whole);
+
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QLineEdit *edit = form.fields().first().edit;
+        QTest::keyClick(edit, Qt::Key_Backspace);
+        const QJsonObject edited{{u"x"_s, endless.first(edit->maxLength() - 1)}, {u"y"_s, endless}};
+        QVERIFY(form.args() == edited);
+        QVERIFY(told == edited);
+    }
+
     void everyChangeOfATextIsTold()
     {
         ArgumentForm form(toolBoxTraits);
@@ -206,6 +227,16 @@ private Q_SLOTS:
         form.fillFromInput(1);
         form.fillFromInput(0);
         QCOMPARE(form.fields().at(2).edit->text(), u"arg_0"_s);
+    }
+
+    void theInputPassesOverATextThatOnlyBeginsBlank()
+    {
+        const QString filled = QString(40'000, u' ') + u"2.5"_s;
+        ArgumentForm form(toolBoxTraits);
+        form.setParams({speed});
+        form.fill({{u"speed"_s, filled}});
+        form.fillFromInput(0);
+        QCOMPARE(form.args(), (QJsonObject{{u"speed"_s, 2.5}}));
     }
 };
 
