@@ -145,6 +145,16 @@ private Q_SLOTS:
         QCOMPARE(stage.rows().size(), 4);
     }
 
+    void anotherFunctionIsStoredWithItsOwnArguments()
+    {
+        FourStepsStage stage;
+        stage.combo(1).setFocus();
+        QTest::keyClick(&stage.combo(1), Qt::Key_Down); // from LockOn to Vol
+        QJsonArray expected = fourSteps();
+        expected[1] = task(u"Vol"_s, {{u"vitesse"_s, 0.0}, {u"tours"_s, 0}});
+        QCOMPARE(stage.tasks(0), expected);
+    }
+
     void theActionKeyOfATaskIsNotStored()
     {
         DesignerStage stage({action(u"A"_s, {with(task(u"Tir"_s), u"action"_s, u"Tir"_s)})});

@@ -279,6 +279,20 @@ private Q_SLOTS:
         QCOMPARE(stage.when().text(), u"a"_s);
     }
 
+    void anotherFunctionIsToldOnceItsFormIsThere()
+    {
+        CardStage stage;
+        stage.card().setFunctions(catalogue());
+        QVERIFY(stage.card().applyConfig(task(u"LockOn"_s, {{u"cible"_s, u"est"_s}})));
+        stage.show();
+        QList<QJsonObject> told;
+        connect(&stage.card(), &ActionTaskBlockWidget::changed, &stage.card(),
+                [&] { told.append(stage.card().config()); });
+        stage.combo().setFocus();
+        QTest::keyClick(&stage.combo(), Qt::Key_Down);
+        QCOMPARE(told, QList{task(u"Vol"_s, {{u"vitesse"_s, 0.0}, {u"tours"_s, 0}})});
+    }
+
     void everyChangeIsToldAsOftenAsItHappens()
     {
         CardStage stage;
@@ -348,6 +362,7 @@ private Q_SLOTS:
         QVERIFY(seen.size() > 2);
         QCOMPARE(seen.at(0), QJsonObject());
         QCOMPARE(seen.at(1), QJsonObject());
+        QCOMPARE(seen.at(2), task(u"LockOn"_s, {{u"cible"_s, u"nord"_s}})); // chosen, its form there
         QCOMPARE(seen.last(), task(u"LockOn"_s, {{u"cible"_s, u"nord"_s}}));
     }
 

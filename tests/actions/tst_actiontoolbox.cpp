@@ -277,6 +277,23 @@ private Q_SLOTS:
         QCOMPARE(durty.count(), 5);
     }
 
+    void aChoiceIsToldOnceItsFormIsThereAndTheInputIsFilledIn()
+    {
+        ToolBoxStage stage;
+        stage.box().setExternalServices(catalogue());
+        stage.box().applyConfig(task(u"LockOn"_s, {{u"cible"_s, u"nord"_s}}));
+        stage.show();
+        QList<QJsonObject> told;
+        connect(&stage.box(), &ActionToolBox::durty, &stage.box(),
+                [&] { told.append(stage.box().config()); });
+        stage.combo().setFocus();
+        QTest::keyClick(&stage.combo(), Qt::Key_Down);
+        const QJsonObject chosen{{u"ref"_s, u"Vol"_s},
+                                 {u"action"_s, u"Vol"_s},
+                                 {u"args"_s, QJsonObject{{u"vitesse"_s, u"arg_0"_s}}}};
+        QCOMPARE(told, (QList{chosen, chosen})); // by the field, by the selection
+    }
+
     void choosingFromTheListByMouseSelects()
     {
         ToolBoxStage stage;

@@ -326,6 +326,20 @@ private Q_SLOTS:
         QCOMPARE(durty.count(), 5);
     }
 
+    void theKindOfInputIsToldOnceItIsFilledIn()
+    {
+        ToolBoxStage stage;
+        stage.box().setExternalServices(
+            {function(u"f"_s, {param(u"a"_s, u"double"_s), param(u"b"_s, u"string"_s)})});
+        stage.box().applyConfig(config(u"f"_s, {{u"b"_s, u"x"_s}}));
+        QList<QJsonObject> told;
+        connect(&stage.box(), &ActionToolBox::durty, &stage.box(),
+                [&] { told.append(stage.box().config()); });
+        stage.box().setInputKind(0);
+        const QJsonObject filled = config(u"f"_s, {{u"a"_s, u"arg_0"_s}, {u"b"_s, u"x"_s}});
+        QCOMPARE(told, (QList{filled, filled})); // by the field, by the kind
+    }
+
     void aFilledFieldIsPassedOverAndABlankOneIsNot()
     {
         ToolBoxStage stage;
