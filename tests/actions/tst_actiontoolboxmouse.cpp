@@ -4,6 +4,7 @@
 #include "entries.h"
 #include "testmain.h"
 
+#include <QtGui/QMouseEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 
@@ -217,6 +218,33 @@ private Q_SLOTS:
         QTest::mouseMove(window, stage.handle() + QPoint(10, 5));
         QTest::mouseRelease(window, Qt::RightButton, {}, stage.handle());
         QCOMPARE(stage.box().geometry(), start);
+    }
+
+    void aDoubleClickEndsADragThatHasNoReleaseYet()
+    {
+        ToolBoxStage stage;
+        stage.show();
+        QWindow *window = stage.window().windowHandle();
+        ActionToolBox &box = stage.box();
+        const QSignalSpy moved(&box, &ActionToolBox::moved);
+        const QRect start = box.geometry();
+        const QPoint grip = stage.handle();
+        const auto send = [&](QEvent::Type type, Qt::MouseButton button, const QPoint &at) {
+            QMouseEvent event(type, box.mapFrom(&stage.window(), at), stage.window().mapToGlobal(at), button,
+                              Qt::LeftButton, {});
+            QCoreApplication::sendEvent(&box, &event);
+        };
+
+        QTest::mousePress(window, Qt::LeftButton, {}, grip);
+        QCOMPARE(box.cursor().shape(), Qt::ClosedHandCursor);
+        send(QEvent::MouseButtonDblClick, Qt::LeftButton, grip);
+        QCOMPARE(box.cursor().shape(), Qt::OpenHandCursor);
+        QVERIFY(ToolBoxStage::panel() && ToolBoxStage::panel()->isVisible());
+        ToolBoxStage::panel()->close();
+        send(QEvent::MouseMove, Qt::NoButton, grip + QPoint(10, 5));
+        QCOMPARE(box.geometry(), start);
+        QCOMPARE(moved.count(), 0);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, grip);
     }
 
     void otherDoubleClicksOpenNothing_data()
