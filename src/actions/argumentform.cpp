@@ -85,6 +85,8 @@ QJsonObject ArgumentForm::args() const
 {
     QJsonObject args = m_unshownArgs;
     for (const ParamField &field : m_fields) {
+        if (m_unshownArgs.contains(field.param.name))
+            continue; // of two parameters of one name the later counts
         const QString text = wholeText(field.edit).trimmed();
         args.insert(field.param.name,
                     parseArgumentValue(text.isEmpty() ? field.param.defaultText : text, field.param.type));

@@ -206,6 +206,22 @@ private Q_SLOTS:
         QCOMPARE(form.args(), (QJsonObject{{u"speed"_s, 0.0}}));
     }
 
+    void aParameterBeyondWhatCanBeShownOverwritesAnEarlierOneOfItsName()
+    {
+        QList<ParamDef> params;
+        for (int i = 0; i < 100; ++i)
+            params.append({u"p%1"_s.arg(i), u"int"_s, QString::number(i)});
+        params.append({u"p0"_s, u"int"_s, u"-1"_s});
+        ArgumentForm form(taskBlockTraits);
+        form.setParams(params);
+        QCOMPARE(form.fields().size(), 100);
+        QCOMPARE(form.args().size(), 100);
+        QCOMPARE(form.args().value("p0"_L1), QJsonValue(-1));
+        QCOMPARE(form.args().value("p1"_L1), QJsonValue(1));
+        form.fill({{u"p0"_s, 7}});
+        QCOMPARE(form.args().value("p0"_L1), QJsonValue(7));
+    }
+
     void textsThatFillADocumentAreShownByTheirBeginning()
     {
         const QString endless(10'000'000, u'w');
