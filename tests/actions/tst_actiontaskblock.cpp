@@ -180,6 +180,16 @@ private Q_SLOTS:
         QCOMPARE(stage.card().config(), taskWhen(u"Tir"_s, {}, text));
     }
 
+    void aBlankWhenGoesBeforeAConditionAndIsNotGiven()
+    {
+        CardStage stage;
+        stage.card().setFunctions(catalogue());
+        QVERIFY(
+            stage.card().applyConfig({{u"ref"_s, u"Tir"_s}, {u"when"_s, u"  "_s}, {u"condition"_s, u"b"_s}}));
+        QCOMPARE(stage.when().text(), u"  "_s);
+        QCOMPARE(stage.card().config(), task(u"Tir"_s));
+    }
+
     void aConditionThatIsTooLongForItsFieldStaysWholeUntilItIsEdited()
     {
         const QString endless(40'000, u'w');
