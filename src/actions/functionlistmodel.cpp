@@ -35,10 +35,11 @@ void FunctionListModel::setCatalogue(const FunctionCatalogue &catalogue)
 int FunctionListModel::appendUnknown(const QString &name)
 {
     const int row = rowCount();
+    const int index = listed() + static_cast<int>(m_unknown.size());
     beginInsertRows({}, row, row);
     m_unknown.append({name, {}, {}});
-    endInsertRows();
-    return listed() + static_cast<int>(m_unknown.size()) - 1;
+    endInsertRows(); // who listens may append, too
+    return index;
 }
 
 const FunctionDef *FunctionListModel::functionAt(int index) const

@@ -116,6 +116,18 @@ private Q_SLOTS:
         QCOMPARE(model.index(0).data(Qt::ForegroundRole).value<QColor>(), QColor(255, 165, 0));
     }
 
+    void whoListensMayAppendAnother()
+    {
+        FunctionListModel model(toolBoxTraits);
+        model.setCatalogue(catalogue());
+        connect(
+            &model, &QAbstractItemModel::rowsInserted, this, [&model] { model.appendUnknown(u"Y"_s); },
+            Qt::SingleShotConnection);
+        QCOMPARE(model.appendUnknown(u"X"_s), 3);
+        QCOMPARE(model.functionAt(3)->name, u"X"_s);
+        QCOMPARE(model.functionAt(4)->name, u"Y"_s);
+    }
+
     void itKeepsTheRulesOfModels()
     {
         FunctionListModel model(toolBoxTraits);
