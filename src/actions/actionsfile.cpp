@@ -58,9 +58,10 @@ LoadedActions loadActions(const QString &userPath, const QStringList &seedFolder
 
 bool writeActions(const QString &path, const QJsonArray &actions)
 {
+    // Before the file is opened, which empties it.
+    const QByteArray json = actionsJson(actions);
     QFile file(path);
     if (!openToWrite(file))
         return false;
-    const QByteArray json = actionsJson(actions);
     return file.write(json) == json.size();
 }
