@@ -176,7 +176,7 @@ private Q_SLOTS:
         }
     }
 
-    void aThousandEntriesAreMeasuredOnce()
+    void combosOfOneCatalogueShareItsEntriesAndHaveOneHint()
     {
         QJsonArray many;
         for (int i = 0; i < 1000; ++i)
