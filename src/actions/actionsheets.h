@@ -7,7 +7,8 @@
 /// of many tool boxes can carry it.
 [[nodiscard]] QString toolBoxSheet();
 
-/// The palette of `ActionTaskBlockWidget`, on object names. A surface of many cards can carry it.
+/// The palette of `ActionTaskBlockWidget`, on object names. Each card wears its own: the row of a step above
+/// it makes all below it transparent, and of two sheets the nearer one wins.
 [[nodiscard]] QString taskBlockSheet();
 
 /// The palette of `ActionDesignerWidget`, but for its buttons.

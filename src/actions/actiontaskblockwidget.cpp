@@ -6,7 +6,6 @@
 #include "argumenttyping.h"
 #include "functioncombobox.h"
 #include "functionlistmodel.h"
-#include "sharedsheet.h"
 #include "wholetext.h"
 
 #include <QtCore/QJsonArray>
@@ -51,7 +50,7 @@ ActionTaskBlockWidget::ActionTaskBlockWidget(QWidget *parent)
 {
     setObjectName(u"ActionTaskBlockWidget"_s);
     setAttribute(Qt::WA_StyledBackground);
-    wearSheet(this, taskBlockSheet());
+    setStyleSheet(taskBlockSheet());
 
     // Made in their place: a combo that moves into a style sheet makes its list twice over.
     m_functionCombo = new FunctionComboBox(m_functions, this);
