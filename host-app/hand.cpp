@@ -69,12 +69,28 @@ void sendKey(const QPointer<QWidget> &widget, int key, Qt::KeyboardModifiers mod
     }
 }
 
-void typeText(const QPointer<QWidget> &field, const QString &text)
+void clearField(const QPointer<QWidget> &field)
 {
+    click({field, field->rect().center()});
     sendKey(field, Qt::Key_A, Qt::ControlModifier);
     sendKey(field, Qt::Key_Delete, Qt::NoModifier);
+}
+
+void typeText(const QPointer<QWidget> &field, const QString &text)
+{
+    clearField(field);
     for (const QChar letter : text)
         sendKey(field, 0, Qt::NoModifier, letter);
+}
+
+/// In one piece, as an input method does it. Letter by letter, the field of a file dialog opens and closes
+/// its proposals while another thread still reads the folders that they come from, and what they then put
+/// into the field depends on which is faster.
+void enterText(const QPointer<QWidget> &field, const QString &text)
+{
+    clearField(field);
+    sendKey(field, 0, Qt::NoModifier, text);
+    sendKey(field, Qt::Key_Return, Qt::NoModifier);
 }
 
 /// Opens the combo and goes to the entry with the keys, as the mouse would have to wait until the list takes
@@ -210,14 +226,10 @@ Hand::Move Hand::plan(const QString &gesture)
     if (!widget)
         return {.act = {}, .problem = u"there is no widget \"%1\" in reach"_s.arg(name)};
     const QPointer<QWidget> target = widget;
-    if (kind == "type"_L1) {
-        return {.act =
-                    [target, rest] {
-                        click({target, target->rect().center()});
-                        typeText(target, rest);
-                    },
-                .problem = {}};
-    }
+    if (kind == "type"_L1)
+        return {.act = [target, rest] { typeText(target, rest); }, .problem = {}};
+    if (kind == "enter"_L1)
+        return {.act = [target, rest] { enterText(target, rest); }, .problem = {}};
     if (kind == "key"_L1) {
         const QKeySequence keys(rest);
         if (keys.isEmpty())

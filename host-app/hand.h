@@ -18,6 +18,7 @@ class QWidget;
 ///   click NAME [ITEM], doubleclick NAME [ITEM], rightclick NAME [ITEM]
 ///   press TEXT                  a button, or an entry of the open menu, with that text
 ///   type NAME TEXT              replaces what stands in a field
+///   enter NAME TEXT             the same in one piece, with Return behind it
 ///   key NAME KEY                such as Return; a shortcut is none, as it belongs to a window
 ///   picture FILE                of the window on top
 ///

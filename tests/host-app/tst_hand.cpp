@@ -131,6 +131,18 @@ private Q_SLOTS:
         QCOMPARE(returned.size(), 1);
     }
 
+    void aTextIsEnteredInOnePieceWithReturnBehindIt()
+    {
+        auto *field = add<QLineEdit>(u"field"_s);
+        field->setText(u"old"_s);
+        const QSignalSpy edits(field, &QLineEdit::textEdited);
+        QStringList returned;
+        connect(field, &QLineEdit::returnPressed, this, [&] { returned.append(field->text()); });
+        QCOMPARE(does({u"enter field Été à 3"_s}), QString());
+        QCOMPARE(returned, QStringList{u"Été à 3"_s});
+        QCOMPARE(edits.size(), 2); // emptied, and filled
+    }
+
     void aDoubleClickIsOne()
     {
         auto *list = add<QListWidget>(u"list"_s);
@@ -187,9 +199,7 @@ private Q_SLOTS:
             answer = QFileDialog::getOpenFileName(m_window.get(), u"Open"_s, {}, u"Images (*.png)"_s, nullptr,
                                                   QFileDialog::DontUseNativeDialog);
         });
-        QCOMPARE(
-            does({u"click ask"_s, u"type fileNameEdit "_s + file.fileName(), u"key fileNameEdit Return"_s}),
-            QString());
+        QCOMPARE(does({u"click ask"_s, u"enter fileNameEdit "_s + file.fileName()}), QString());
         QTRY_COMPARE(answer, file.fileName());
     }
 

@@ -21,7 +21,7 @@ const auto actionName = u"Allumer le phare"_s;
 
 QStringList answerFileDialog(const QString &path)
 {
-    return {u"type fileNameEdit "_s + path, u"key fileNameEdit Return"_s};
+    return {u"enter fileNameEdit "_s + path};
 }
 
 QStringList openTab(const QString &title)
