@@ -116,6 +116,9 @@ private:
     void setUpList();
     void setUpShortcuts();
     [[nodiscard]] bool isRow(int row) const { return row >= 0 && row < m_entries.size(); }
+    /// The row of a profile, -1 for none. Folders tell profiles apart where rows have shifted; ids can
+    /// repeat.
+    [[nodiscard]] int rowOf(const QString &folder) const;
     [[nodiscard]] bool isLive(const GamepadEntry &entry) const;
     void refreshItem(const GamepadEntry &entry);
 
@@ -129,7 +132,7 @@ private:
     QString gamepadsRootPath();
     void createProfile();
     void leaveRow(int row);
-    void removeRow(int row);
+    void removeRow(int row, bool wasOnShow);
 
     // Exchange and snapshots.
     [[nodiscard]] bool isOnShow(const QString &folder) const;

@@ -38,14 +38,13 @@ bool isDone(QWidget *parent, const StoreResult &result)
         tell(parent, noticeOf(*result));
     return !result;
 }
-
-/// Folders tell profiles apart where rows have shifted; ids can repeat.
-int rowOf(const QList<GamepadEntry> &entries, const QString &folder)
-{
-    const auto found = std::ranges::find(entries, folder, &GamepadEntry::dirPath);
-    return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
-}
 } // namespace
+
+int GamepadDefinder::rowOf(const QString &folder) const
+{
+    const auto found = std::ranges::find(m_entries, folder, &GamepadEntry::dirPath);
+    return found == m_entries.end() ? -1 : static_cast<int>(found - m_entries.begin());
+}
 
 QString GamepadDefinder::gamepadsRootPath()
 {
@@ -121,7 +120,7 @@ void GamepadDefinder::createProfile()
     if (!self || profile.deviceName.isEmpty())
         return;
     selectDeviceInCombo(profile.deviceName);
-    if (const int row = rowOf(m_entries, folder); isRow(row))
+    if (const int row = rowOf(folder); isRow(row))
         refreshItem(m_entries.at(row));
 }
 
@@ -152,7 +151,7 @@ void GamepadDefinder::actionRename()
                              .trimmed();
     if (!self || !accepted || name.isEmpty())
         return;
-    const int row = rowOf(m_entries, before.dirPath);
+    const int row = rowOf(before.dirPath);
     if (!isRow(row))
         return;
     m_entries[row].name = name;
@@ -170,7 +169,7 @@ void GamepadDefinder::actionChangeImage()
         QFileDialog::getOpenFileName(this, u"Choisir une nouvelle image"_s, {}, pictureFilter());
     if (!self || picture.isEmpty())
         return;
-    const int row = rowOf(m_entries, folder);
+    const int row = rowOf(folder);
     QString imagePath;
     if (!isRow(row) || !isDone(this, copyProfilePicture(m_entries.at(row), picture, &imagePath)))
         return;
@@ -191,11 +190,12 @@ void GamepadDefinder::actionDelete()
     const GamepadEntry doomed = m_entries.at(m_currentRow);
     if (!confirmed(this, u"Supprimer"_s, u"Supprimer Â« %1 Â» ?"_s.arg(doomed.name)) || !self)
         return;
-    leaveRow(rowOf(m_entries, doomed.dirPath));
+    const bool wasOnShow = isOnShow(doomed.dirPath);
+    leaveRow(rowOf(doomed.dirPath));
     if (!self)
         return;
-    if (const int row = rowOf(m_entries, doomed.dirPath); isRow(row))
-        removeRow(row);
+    if (const int row = rowOf(doomed.dirPath); isRow(row))
+        removeRow(row, wasOnShow);
 }
 
 void GamepadDefinder::leaveRow(int row)
@@ -208,29 +208,31 @@ void GamepadDefinder::leaveRow(int row)
     m_listWidget->setCurrentRow(isBottom ? row - 1 : row + 1);
 }
 
-void GamepadDefinder::removeRow(int row)
+void GamepadDefinder::removeRow(int row, bool wasOnShow)
 {
-    const bool isOnShow = m_currentRow == row; // since it could not be saved
+    const int shown = m_currentRow;
+    const bool couldNotLeave = shown == row; // since it could not be saved
     const bool isBottom = row == m_listWidget->count() - 1;
     {
         const QSignalBlocker blocker(m_listWidget);
         delete m_listWidget->takeItem(row);
-        if (isOnShow)
+        if (couldNotLeave)
             m_listWidget->setCurrentRow(-1);
     }
     m_icons.forget(m_entries.at(row).imagePath);
     removeProfileFolder(m_entries.at(row).dirPath);
     m_entries.removeAt(row);
     m_currentRow = -1; // what went must not be saved
-    const int next = std::min(row, static_cast<int>(m_entries.size()) - 1);
-    if (isOnShow) {
+    if (couldNotLeave) {
+        const int next = std::min(row, static_cast<int>(m_entries.size()) - 1);
         if (next < 0)
             showNothing();
         else
             m_listWidget->setCurrentRow(next);
         return;
     }
-    // The list stands there already. After the bottom row nothing is current until a row is chosen.
-    if (!isBottom)
-        m_currentRow = next;
+    // The list stands there already. Where the bottom row was on show, nothing is current until a row is
+    // chosen.
+    if (!wasOnShow || !isBottom)
+        m_currentRow = shown > row ? shown - 1 : shown;
 }

@@ -60,7 +60,8 @@ void GamepadDefinder::setUpShortcuts()
 
 void GamepadDefinder::showListContextMenu(const QPoint &pos)
 {
-    const int row = m_listWidget->indexAt(pos).row();
+    const int pointed = m_listWidget->indexAt(pos).row();
+    const QString folder = isRow(pointed) ? m_entries.at(pointed).dirPath : QString();
     // On the heap, since the editor can go while its menu is open and takes the menu with it.
     const QPointer<QMenu> menu = new QMenu(this);
     QHash<const QAction *, const MenuEntry *> entries;
@@ -70,7 +71,7 @@ void GamepadDefinder::showListContextMenu(const QPoint &pos)
             continue;
         }
         QAction *action = menu->addAction(entry.text.toString());
-        action->setEnabled(entry.needs == Nothing || (entry.needs == Row && row >= 0) ||
+        action->setEnabled(entry.needs == Nothing || (entry.needs == Row && pointed >= 0) ||
                            (entry.needs == Profiles && !m_entries.isEmpty()));
         entries.insert(action, &entry);
     }
@@ -83,6 +84,10 @@ void GamepadDefinder::showListContextMenu(const QPoint &pos)
     if (!entry)
         return;
     if (entry->needs == Row) {
+        // Under the menu the rows may have changed.
+        const int row = rowOf(folder);
+        if (!isRow(row))
+            return;
         const QPointer<GamepadDefinder> self = this;
         m_listWidget->setCurrentRow(row);
         // Where the profile on show cannot be saved, it stays on show, and is not what the menu was opened

@@ -145,6 +145,69 @@ private Q_SLOTS:
         QCOMPARE(stage::titlesIn(editor.entries().at(1 - shownRow).dirPath).size(), 1);
     }
 
+    void whatIsOnShowByTheAnswerStaysOnShow_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("left");
+        QTest::newRow("middle") << 1 << u"AC"_s;
+        QTest::newRow("bottom") << 2 << u"AB"_s;
+    }
+
+    void whatIsOnShowByTheAnswerStaysOnShow()
+    {
+        QFETCH(const int, row);
+        QFETCH(const QString, left);
+        const QStringList folders = storeThree();
+        GamepadDefinder editor;
+        stage::listOf(editor).setCurrentRow(row);
+        Dialogs dialogs({Dialogs::after([&] { editor.reloadProfiles(); }, yes())});
+        editor.actionDelete();
+        QCOMPARE(dialogs.take(), QStringList({question(QString(QChar(u'A' + row)))}));
+        QCOMPARE(namesOf(editor), left);
+        QCOMPARE(textsOf(editor), left);
+        QVERIFY(!QFileInfo::exists(folders.at(row)));
+        QCOMPARE(editor.currentRow(), 0);
+        QCOMPARE(stage::listOf(editor).currentRow(), 0);
+        QCOMPARE(stage::titlesOn(editor), QStringList({u"a"_s}));
+        // It is saved as itself, and over no other.
+        stage::addPastille(editor, u"new"_s);
+        QVERIFY(stage::saveTimerOf(editor).isActive());
+        expire(stage::saveTimerOf(editor));
+        QCOMPARE(stage::titlesIn(folders.at(0)), QStringList({u"a"_s, u"new"_s}));
+        QCOMPARE(stage::titlesIn(folders.at(3 - row)), QStringList({row == 1 ? u"c"_s : u"b"_s}));
+    }
+
+    void aRowBelowTheDeletedOneStaysOnShow()
+    {
+        const QStringList folders = storeThree();
+        GamepadDefinder editor;
+        Dialogs dialogs({Dialogs::after([&] { stage::listOf(editor).setCurrentRow(2); }, yes())});
+        editor.actionDelete();
+        QCOMPARE(dialogs.take(), QStringList({question(u"A"_s)}));
+        QCOMPARE(namesOf(editor), u"BC"_s);
+        QCOMPARE(editor.currentRow(), 1);
+        QCOMPARE(stage::listOf(editor).currentRow(), 1);
+        stage::addPastille(editor, u"new"_s);
+        expire(stage::saveTimerOf(editor));
+        QCOMPARE(stage::titlesIn(folders.at(1)), QStringList({u"b"_s}));
+        QCOMPARE(stage::titlesIn(folders.at(2)), QStringList({u"c"_s, u"new"_s}));
+    }
+
+    void withNoRowOnShowByTheAnswerNoneIsCurrent()
+    {
+        const QStringList folders = storeThree();
+        GamepadDefinder editor;
+        Dialogs dialogs({Dialogs::after([&] { stage::listOf(editor).setCurrentRow(-1); }, yes())});
+        editor.actionDelete();
+        QCOMPARE(dialogs.take().size(), 1);
+        QCOMPARE(namesOf(editor), u"BC"_s);
+        QCOMPARE(editor.currentRow(), -1);
+        QCOMPARE(stage::listOf(editor).currentRow(), -1);
+        expire(stage::saveTimerOf(editor));
+        QCOMPARE(stage::titlesIn(folders.at(1)), QStringList({u"b"_s}));
+        QCOMPARE(stage::titlesIn(folders.at(2)), QStringList({u"c"_s}));
+    }
+
     void afterTheBottomRowNothingIsAskedUntilARowIsChosen()
     {
         storeThree();

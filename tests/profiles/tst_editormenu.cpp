@@ -3,6 +3,7 @@
 #include "editorstage.h"
 #include "testmain.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>
@@ -262,6 +263,38 @@ private Q_SLOTS:
         QCOMPARE(boxes.take().size(), 1);
         QCOMPARE(editor.currentRow(), 0);
         QCOMPARE(editor.entries().size(), 2);
+    }
+
+    void anEntryFindsItsProfileWhereTheRowsHaveChanged_data()
+    {
+        QTest::addColumn<int>("gone");
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<int>("currentRow");
+        QTest::newRow("the profile itself") << 1 << QStringList{u"Un"_s, u"Trois"_s} << 0;
+        QTest::newRow("one above it") << 0 << QStringList{u"Deux"_s, u"Trois"_s, u"Deux (copie)"_s} << 2;
+    }
+    void anEntryFindsItsProfileWhereTheRowsHaveChanged()
+    {
+        QFETCH(int, gone);
+        const QStringList folders{store(1, {.name = u"Un"_s}), store(2, {.name = u"Deux"_s}),
+                                  store(3, {.name = u"Trois"_s})};
+        const Pads pads;
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        const Answer<QMenu> menu(openPopup, [&](QMenu *open) {
+            QVERIFY(QDir(folders.at(gone)).removeRecursively());
+            editor.reloadProfiles();
+            QAction *duplicate = open->actions().at(7);
+            QCOMPARE(duplicate->text(), u"Dupliquer"_s);
+            QTest::mouseClick(open, Qt::LeftButton, Qt::NoModifier, open->actionGeometry(duplicate).center());
+        });
+        editor.showListContextMenu(middleOf(editor, 1));
+        QCOMPARE(menu.given(), 1);
+        QStringList found;
+        for (const GamepadEntry &entry : editor.entries())
+            found.append(entry.name);
+        QTEST(found, "names");
+        QTEST(editor.currentRow(), "currentRow");
     }
 
     void leavingTheMenuDoesNothing()
