@@ -119,7 +119,9 @@ void GamepadDefinder::createProfile()
     m_listWidget->setCurrentRow(m_listWidget->count() - 1);
     if (!self || profile.deviceName.isEmpty())
         return;
-    selectDeviceInCombo(profile.deviceName);
+    // Where the profile on show cannot be saved, it stays on show, and so does its own gamepad.
+    if (isOnShow(folder))
+        selectDeviceInCombo(profile.deviceName);
     if (const int row = rowOf(folder); isRow(row))
         refreshItem(m_entries.at(row));
 }

@@ -247,6 +247,12 @@ QStringList namesIn(const QComboBox &combo)
     return names;
 }
 
+bool isFramed(const GamepadDefinder &editor, int row)
+{
+    const QImage icon = listOf(editor).item(row)->icon().pixmap(listOf(editor).iconSize()).toImage();
+    return icon.pixelColor(2, icon.height() / 2) == QColor(0, 180, 0);
+}
+
 void listen(const GamepadDefinder &editor)
 {
     settle(); // pastilles of an earlier profile go

@@ -103,6 +103,8 @@ QTimer &triggerTimerOf(const GamepadDefinder &editor);
 /// The titles of the pastilles on show.
 QStringList titlesOn(const GamepadDefinder &editor);
 QStringList namesIn(const QComboBox &combo);
+/// Whether the item of a row has the frame of a profile whose gamepad is connected.
+bool isFramed(const GamepadDefinder &editor, int row);
 /// Makes the first pastille on show wait for an input.
 void listen(const GamepadDefinder &editor);
 /// A change of the overlay that ought to reach disk.

@@ -131,8 +131,7 @@ private Q_SLOTS:
         QCOMPARE(stage::metaIn(entry.dirPath)["deviceName"_L1].toString(), u"zulu"_s);
         QCOMPARE(stage::comboOf(editor).currentText(), u"zulu"_s);
         QVERIFY(pads().isRunning(0)); // a new profile is selected like any other
-        const QImage icon = entry.item->icon().pixmap(stage::listOf(editor).iconSize()).toImage();
-        QCOMPARE(icon.pixelColor(2, icon.height() / 2), QColor(0, 180, 0));
+        QVERIFY(stage::isFramed(editor, 0));
     }
 
     void withoutAChoiceOfGamepadTheProfileIsUnlinked()
@@ -162,6 +161,28 @@ private Q_SLOTS:
         QCOMPARE(editor.entries().last().deviceName, QString());
         QCOMPARE(editor.currentRow(), 1);
         QVERIFY(!pads().isRunning(0));
+    }
+
+    void theComboKeepsToAProfileThatCannotBeLeft()
+    {
+        const QString folder = stage::store(1);
+        pads().plug(0, u"zulu"_s);
+        GamepadDefinder editor;
+        stage::addPastille(editor, u"unsaved"_s);
+        stage::saveTimerOf(editor).stop();
+        const stage::BlockedFile blocked(folder + "/overlay.json"_L1);
+        Dialogs dialogs(
+            {Dialogs::type(u"x"_s), Dialogs::choose(picture()), Dialogs::pick(u"zulu"_s), Dialogs::ok()});
+        editor.actionNew();
+        const QStringList seen = dialogs.take();
+        QCOMPARE(seen.size(), 4);
+        QVERIFY2(seen.last().startsWith("Critical: Sauvegarde: "_L1), qPrintable(seen.last()));
+        QCOMPARE(editor.currentRow(), 0);
+        QCOMPARE(editor.entries().size(), 2);
+        QCOMPARE(editor.entries().last().deviceName, u"zulu"_s);
+        QVERIFY(stage::isFramed(editor, 1));
+        // The profile on show is linked to none.
+        QCOMPARE(stage::comboOf(editor).currentIndex(), -1);
     }
 
     void aNewProfileStandsLastUntilTheNextScan()
