@@ -149,6 +149,7 @@ private:
     [[nodiscard]] bool isDeviceNameTaken(const QString &name, int exceptRow) const;
     void selectDeviceInCombo(const QString &name);
     [[nodiscard]] ControlManette *findGamepadByName(const QString &name) const;
+    [[nodiscard]] bool isLinkOnShow(int row, const QString &deviceName) const;
     void bindGamepad(ControlManette *gamepad);
     void bindGamepadByName(const QString &name);
     void unbindGamepad();
@@ -176,6 +177,7 @@ private:
     QSet<QString> m_liveNames;
     bool m_coverageNoticeShown = false;
     QTimer m_saveTimer;
+    QPointer<ControlManette> m_wantedGamepad; ///< of the last row or link that was chosen
     QPointer<ControlManette> m_boundGamepad;
     QList<QMetaObject::Connection> m_inputConnections;
     QTimer m_triggerTimer;

@@ -178,11 +178,17 @@ void GamepadDefinder::onDeviceComboChanged(const QString &deviceName)
     m_entries[row].deviceName = deviceName;
     refreshItem(m_entries.at(row));
     saveProfile(row);
-    if (!self || m_currentRow != row)
+    if (!self || !isLinkOnShow(row, deviceName))
         return;
     bindGamepadByName(deviceName);
-    if (self)
+    if (self && isLinkOnShow(row, deviceName))
         Q_EMIT deviceSelectionChanged(deviceName);
+}
+
+/// Asked after other people's code ran, which may have chosen another row or link.
+bool GamepadDefinder::isLinkOnShow(int row, const QString &deviceName) const
+{
+    return row == m_currentRow && isRow(row) && m_entries.at(row).deviceName == deviceName;
 }
 
 ControlManette *GamepadDefinder::findGamepadByName(const QString &name) const
@@ -195,10 +201,9 @@ ControlManette *GamepadDefinder::findGamepadByName(const QString &name) const
 
 void GamepadDefinder::bindGamepadByName(const QString &name)
 {
-    ControlManette *gamepad =
-        !name.isEmpty() && m_liveNames.contains(name) ? findGamepadByName(name) : nullptr;
-    if (gamepad)
-        bindGamepad(gamepad);
+    m_wantedGamepad = !name.isEmpty() && m_liveNames.contains(name) ? findGamepadByName(name) : nullptr;
+    if (m_wantedGamepad)
+        bindGamepad(m_wantedGamepad);
     else
         unbindGamepad();
 }
@@ -211,11 +216,15 @@ void GamepadDefinder::bindGamepad(ControlManette *gamepad)
     const QPointer<ControlManette> started = gamepad;
     resetPendingInput();
     gamepad->start(QString());
-    if (!self)
+    if (self && m_wantedGamepad == started && m_boundGamepad != started)
+        unbindGamepad();
+    if (!self || !started || m_boundGamepad == started)
         return;
-    unbindGamepad();
-    if (!self || !started)
+    // Both tell the host, which may have chosen another gamepad meanwhile, or none.
+    if (m_wantedGamepad != started) {
+        started->stop();
         return;
+    }
     m_boundGamepad = gamepad;
     m_inputConnections = {
         connect(gamepad, &ControlManette::buttonChanged, this, &GamepadDefinder::onButtonChanged),

@@ -39,7 +39,7 @@ void GamepadDefinder::onListSelectionChanged(int row)
     const QString deviceName = m_entries.at(row).deviceName;
     selectDeviceInCombo(deviceName);
     bindGamepadByName(deviceName);
-    if (self)
+    if (self && isLinkOnShow(row, deviceName))
         Q_EMIT deviceSelectionChanged(deviceName);
 }
 
@@ -65,8 +65,8 @@ void GamepadDefinder::showNothing()
     m_widgetOverlay->setBackgroundPixmap({});
     m_dirty = false;
     selectDeviceInCombo({});
-    unbindGamepad();
-    if (self)
+    bindGamepadByName({});
+    if (self && !isRow(m_currentRow))
         Q_EMIT deviceSelectionChanged({});
 }
 
