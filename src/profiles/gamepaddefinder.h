@@ -142,6 +142,7 @@ private:
 
     // The gamepads and the link to one of them.
     void takeGamepads();
+    void followNextManager();
     void rebuildDeviceCombo(const Gamepads &gamepads);
     void rebuildLiveNames(const Gamepads &gamepads);
     void checkCoverage();
@@ -165,6 +166,7 @@ private:
     [[nodiscard]] TriggerAnswer askTriggerUse(const PendingInput &input, const QString &device);
 
     Gamepads m_realGamepads;
+    bool m_managerDied = false;
     static constexpr QSize iconSize{200, 140};
     ProfileIcons m_icons{iconSize};
     QListWidget *m_listWidget = nullptr;

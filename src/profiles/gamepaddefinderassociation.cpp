@@ -54,8 +54,20 @@ void GamepadDefinder::takeGamepads()
     // Not by `setProperty`, whose inline body calls what no Qt before 6.10 exports.
     const QMetaProperty list = metaObject()->property(metaObject()->indexOfProperty("realGamepads"));
     const auto take = [this, manager, list] { list.write(this, manager->property("gamepads")); };
-    take();
     connect(manager, &GamepadManager::gamepadsChanged, this, take);
+    // No next manager is made by that: it may be the end of the application.
+    connect(manager, &QObject::destroyed, this, [this] {
+        m_managerDied = true;
+        setRealGamepads({});
+    });
+    take();
+}
+
+/// For a step that looks for gamepads. May run an event loop, as each change of the gamepads may.
+void GamepadDefinder::followNextManager()
+{
+    if (std::exchange(m_managerDied, false))
+        takeGamepads();
 }
 
 void GamepadDefinder::setRealGamepads(const Gamepads &gamepads)
@@ -124,6 +136,10 @@ void GamepadDefinder::checkCoverage()
 QString GamepadDefinder::chooseFreeDevice()
 {
     const QString title = u"Association manette"_s;
+    const QPointer<GamepadDefinder> self = this;
+    followNextManager();
+    if (!self)
+        return {};
     QSet<QString> free = m_liveNames;
     for (const GamepadEntry &entry : std::as_const(m_entries))
         free.remove(entry.deviceName);
@@ -178,6 +194,8 @@ void GamepadDefinder::onDeviceComboChanged(const QString &deviceName)
     m_entries[row].deviceName = deviceName;
     refreshItem(m_entries.at(row));
     saveProfile(row);
+    if (self)
+        followNextManager();
     if (!self || !isLinkOnShow(row, deviceName))
         return;
     bindGamepadByName(deviceName);

@@ -34,6 +34,8 @@ void GamepadDefinder::onListSelectionChanged(int row)
         return;
     }
     loadProfile(row);
+    if (self)
+        followNextManager();
     if (!self || m_currentRow != row || !isRow(row))
         return;
     const QString deviceName = m_entries.at(row).deviceName;

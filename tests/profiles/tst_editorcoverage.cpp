@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // What the editor says when every gamepad has its profile, and which gamepad a new profile is linked to.
 #include "editorstage.h"
+#include "scriptedjoystick.h"
 #include "testmain.h"
 
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace stage;
@@ -131,6 +134,26 @@ private Q_SLOTS:
         QCOMPARE(parent, nullptr);
         QCOMPARE(chosen, u"beta"_s);
         QCOMPARE(comboOf(editor).currentText(), u"beta"_s);
+    }
+
+    void aDeadManagersGamepadsAreNotOffered()
+    {
+        auto pads = std::make_unique<Pads>();
+        pads->plug(0, u"Partie"_s);
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        pads = nullptr;
+        scripted::reset();
+        pads = std::make_unique<Pads>();
+        pads->plug(0, u"Venue"_s);
+        QStringList offered;
+        const QString chosen = created(editor, [&](QInputDialog *dialog) {
+            offered = dialog->comboBoxItems();
+            dialog->accept();
+        });
+        QCOMPARE(offered, QStringList{u"Venue"_s});
+        QCOMPARE(chosen, u"Venue"_s);
+        QVERIFY(pads->isRunning(0));
     }
 
     void cancellingTheGamepadCreatesTheProfileUnlinked()

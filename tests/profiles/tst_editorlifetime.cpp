@@ -3,6 +3,7 @@
 #include "editorstage.h"
 #include "gamepadmanager.h"
 #include "interactiveoverlay.h"
+#include "scriptedjoystick.h"
 #include "testmain.h"
 
 #include <QtCore/QFile>
@@ -334,6 +335,74 @@ private Q_SLOTS:
         QVERIFY(!triggerTimerOf(editor).isActive());
     }
 
+    void theNextManagerIsFollowed_data()
+    {
+        QTest::addColumn<bool>("byLink");
+        QTest::newRow("row") << false;
+        QTest::newRow("link") << true;
+    }
+    void theNextManagerIsFollowed()
+    {
+        QFETCH(bool, byLink);
+        store(1);
+        store(2, {.deviceName = u"Pad"_s});
+        auto pads = std::make_unique<Pads>();
+        pads->plug(0);
+        GamepadDefinder editor;
+        listOf(editor).setCurrentRow(1);
+        QVERIFY(pads->isRunning(0));
+        pads.reset();
+        pads = std::make_unique<Pads>();
+        // The editor has not made one meanwhile, which would have no parent.
+        QVERIFY(GamepadManager::instance()->parent());
+        pads->plug(0);
+        QCOMPARE(editor.realGamepads().size(), 0);
+
+        if (byLink) {
+            editor.onDeviceComboChanged({});
+            QCOMPARE(namesIn(comboOf(editor)), QStringList{u"Pad"_s});
+            comboOf(editor).setCurrentIndex(0);
+        } else {
+            listOf(editor).setCurrentRow(0);
+            listOf(editor).setCurrentRow(1);
+        }
+        QCOMPARE(comboOf(editor).currentText(), u"Pad"_s);
+        QVERIFY(isFramed(editor, 1));
+        QVERIFY(pads->isRunning(0));
+        // From here on by itself.
+        pads->plug(1, u"Autre"_s);
+        QCOMPARE(namesIn(comboOf(editor)), (QStringList{u"Autre"_s, u"Pad"_s}));
+    }
+
+    void theManagerMayGoWithTheEditorsWindow_data()
+    {
+        QTest::addColumn<bool>("managerFirst");
+        QTest::newRow("manager first") << true;
+        QTest::newRow("editor first") << false;
+    }
+    void theManagerMayGoWithTheEditorsWindow()
+    {
+        QFETCH(bool, managerFirst);
+        store(1);
+        store(2, {.deviceName = u"Pad"_s});
+        Host host;
+        QVERIFY(host.exposed());
+        GamepadManager *manager = GamepadManager::instance();
+        manager->stopTimers();
+        manager->setParent(host->window());
+        if (managerFirst)
+            host->raise(); // the last of the window's children
+        const Boxes boxes; // each gamepad has its profile
+        scripted::plug(0, scripted::restingPad("Pad"));
+        QMetaObject::invokeMethod(manager, "discoverDevices");
+        listOf(*host).setCurrentRow(1);
+        QVERIFY(isFramed(*host, 1));
+        QCOMPARE(host->window()->children().indexOf(manager) < host->window()->children().indexOf(&*host),
+                 managerFirst);
+        host.goAway(Farewell::Delete);
+        QVERIFY(host.isGone());
+    }
+
     void theManagerMayGo()
     {
         store(1);
@@ -342,11 +411,19 @@ private Q_SLOTS:
         pads->plug(0);
         GamepadDefinder editor;
         listOf(editor).setCurrentRow(1);
+        QVERIFY(isFramed(editor, 1));
         pads.reset();
+        QCOMPARE(editor.realGamepads().size(), 0);
+        QCOMPARE(namesIn(comboOf(editor)), QStringList());
+        QVERIFY(!isFramed(editor, 1));
+        QCOMPARE(editor.entries().at(1).deviceName, u"Pad"_s);
+
         listOf(editor).setCurrentRow(0);
         listOf(editor).setCurrentRow(1);
         editor.onDeviceComboChanged(u"Pad"_s);
         QCOMPARE(editor.currentRow(), 1);
+        QCOMPARE(editor.realGamepads(), GamepadManager::instance()->gamepads());
+        delete GamepadManager::instance(); // the editor's own, which would outlive the test
         const Pads others;
         const GamepadDefinder second;
         QCOMPARE(second.realGamepads(), GamepadManager::instance()->gamepads());
