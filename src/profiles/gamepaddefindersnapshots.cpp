@@ -10,7 +10,6 @@
 
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
-#include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 #include <QtWidgets/QFileDialog>
 
@@ -22,12 +21,6 @@ QString picturesFolder()
 {
     const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     return pictures.isEmpty() ? QDir::homePath() : pictures;
-}
-
-QString withPngSuffix(const QString &path)
-{
-    const bool asItStands = path.trimmed().isEmpty() || !QFileInfo(path).suffix().isEmpty();
-    return asItStands ? path : path + ".png"_L1;
 }
 } // namespace
 

@@ -97,6 +97,12 @@ QPixmap renderOverlaySnapshot(const QJsonObject &overlay, const QString &imagePa
     return picture;
 }
 
+QString withPngSuffix(const QString &path)
+{
+    const bool asItStands = path.trimmed().isEmpty() || !QFileInfo(path).suffix().isEmpty();
+    return asItStands ? path : path + ".png"_L1;
+}
+
 bool saveSnapshot(const QPixmap &picture, const QString &path)
 {
     // Encoded first: into a file, the encoder would write piece by piece, or not say what a full disk

@@ -21,6 +21,9 @@
 [[nodiscard]] QPixmap renderOverlaySnapshot(const QJsonObject &overlay, const QString &imagePath,
                                             const QSize &fallback, QString *error);
 
+/// `path` with ".png" where its name has no suffix. A path of blanks alone stays as it is.
+[[nodiscard]] QString withPngSuffix(const QString &path);
+
 /// Writes `picture` over the file, in PNG. False where not all of it could be written.
 [[nodiscard]] bool saveSnapshot(const QPixmap &picture, const QString &path);
 

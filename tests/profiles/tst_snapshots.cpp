@@ -75,6 +75,26 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder().path()));
     }
 
+    // The name.
+
+    void aNameWithoutSuffixGetsOne_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("written");
+        QTest::newRow("empty") << u""_s << u""_s;
+        QTest::newRow("blanks") << u"  "_s << u"  "_s;
+        QTest::newRow("none") << u"a"_s << u"a.png"_s;
+        QTest::newRow("a dot alone") << u"a."_s << u"a..png"_s;
+        QTest::newRow("another") << u"a.jpg"_s << u"a.jpg"_s;
+        QTest::newRow("of the folder") << u"/d.ir/a"_s << u"/d.ir/a.png"_s;
+    }
+
+    void aNameWithoutSuffixGetsOne()
+    {
+        QFETCH(const QString, path);
+        QTEST(withPngSuffix(path), "written");
+    }
+
     // The size.
 
     void theSizeIsThatOfTheDocument_data()
