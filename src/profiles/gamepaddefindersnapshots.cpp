@@ -89,11 +89,8 @@ bool GamepadDefinder::exportAllSnapshots(const QString &outDir, int *written, QS
     if (folder.isEmpty())
         return refuses(u"Dossier de sortie vide."_s);
 
-    const QPointer<GamepadDefinder> self = this;
     if (!flush())
         return refuses(u"Impossible de sauvegarder la configuration en cours."_s);
-    if (!self)
-        return false;
     if (!QDir(folder).exists() && !makePath(folder))
         return refuses(u"Impossible de crÃ©er le dossier : %1"_s.arg(folder));
 
