@@ -43,6 +43,7 @@ constexpr std::array menuEntries{
 
 void GamepadDefinder::setUpShortcuts()
 {
+    // The first binding alone: of those for Delete, X11's second is Ctrl+D, which is Duplicate's.
     const auto add = [this](const QKeySequence &keys, void (GamepadDefinder::*action)()) {
         auto *shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WindowShortcut);
