@@ -111,6 +111,24 @@ private Q_SLOTS:
         QVERIFY(editor.isDirty());
     }
 
+    void aProfileWithoutAnOverlayIsPicturedAsItStandsOnShow()
+    {
+        store(1, {.pastilles = {u"A"_s}});
+        const QString second = store(2, {.picture = Qt::red});
+        storeOverlay(second, {});
+        GamepadDefinder editor;
+        {
+            Boxes boxes;
+            listOf(editor).setCurrentRow(1);
+            QCOMPARE(boxes.take(),
+                     QStringList({u"Warning: Chargement: Format de configuration non reconnu."_s}));
+        }
+        // Its document is empty only on disk: what is on show never is.
+        QCOMPARE(snapshotTo(editor, workFile(u"a.png"_s)), QStringList());
+        QCOMPARE(titlesOn(editor), QStringList({u"A"_s}));
+        QCOMPARE(imageIn(workFile(u"a.png"_s)), expectedOf(stage::overlayOf(editor).toJson(), second));
+    }
+
     void aNameWithoutSuffixGetsOne_data()
     {
         QTest::addColumn<QString>("typed");
@@ -258,7 +276,6 @@ private Q_SLOTS:
                  u"Warning: Snapshots PNG: Impossible de sauvegarder la configuration en cours."_s);
         QVERIFY(treeOf(outFolder()).isEmpty());
         saveTimerOf(editor).stop();
-        Boxes boxes;
         QVERIFY(editor.isDirty()); // the destructor tries once more
     }
 
