@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(exportedTo(u"out.velor.json"_s).size(), 8);
     }
 
-    void anEditIsInTheExportAtOnceAndInTheCopyOnceSaved()
+    void anEditIsInTheExportBeforeItIsOnDisk()
     {
         const QString folder = store(1);
         GamepadDefinder editor;
