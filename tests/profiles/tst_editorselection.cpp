@@ -248,6 +248,31 @@ private Q_SLOTS:
         QCOMPARE(titlesIn(folder), QStringList{u"A"_s});
     }
 
+    void aProfileIsShownToBeEditedAndWhole_data()
+    {
+        QTest::addColumn<bool>("readable");
+        QTest::newRow("readable") << true;
+        QTest::newRow("broken") << false;
+    }
+    void aProfileIsShownToBeEditedAndWhole()
+    {
+        QFETCH(bool, readable);
+        store(1);
+        const QString folder = store(2);
+        if (!readable)
+            write(folder + "/overlay.json"_L1, "{");
+        const Pads pads;
+        GamepadDefinder editor;
+        InteractiveOverlay &overlay = overlayOf(editor);
+        overlay.setMode(InteractiveOverlay::Normal);
+        overlay.setBackgroundScaleMode(OverlayLines::BackgroundScaleMode::Stretch);
+        Boxes boxes;
+        listOf(editor).setCurrentRow(1);
+        QCOMPARE(boxes.take().size(), readable ? 0 : 1);
+        QCOMPARE(overlay.mode(), InteractiveOverlay::Edit);
+        QCOMPARE(overlay.backgroundScaleMode(), OverlayLines::BackgroundScaleMode::Contain);
+    }
+
     void aLateListenerIsToldFromDisk()
     {
         const QString folder = store(1, {.name = u"Un"_s, .deviceName = u"Pad"_s});
@@ -295,6 +320,7 @@ private Q_SLOTS:
         addPastille(editor, u"Neuve"_s);
         saveTimerOf(editor).stop();
         Journal journal(&editor);
+        const QSignalSpy rows(&listOf(editor), &QListWidget::currentRowChanged);
         Boxes boxes;
         {
             const BlockedFile blocked(folder + "/overlay.json"_L1);
@@ -308,6 +334,9 @@ private Q_SLOTS:
             QCOMPARE(editor.currentRow(), 0);
             QCOMPARE(listOf(editor).currentRow(), 0);
             QTRY_COMPARE(selectedRows(editor), QList<int>{0});
+            // Nobody is told of the way back.
+            QCOMPARE(rows.size(), 1);
+            QCOMPARE(rows.at(0).at(0).toInt(), 1);
             QCOMPARE(journal.take(), QStringList());
             QVERIFY(editor.isDirty());
             QCOMPARE(titlesOn(editor), (QStringList{u"Start"_s, u"Neuve"_s}));
