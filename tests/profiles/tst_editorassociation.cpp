@@ -196,6 +196,23 @@ private Q_SLOTS:
         QVERIFY(metaIn(folder).contains("createdAt"_L1));
     }
 
+    void rebuildingGoesByWhatIsShownBeforeTheLink()
+    {
+        store(1, {.deviceName = u"B"_s});
+        Pads pads;
+        pads.plug(0, u"A"_s);
+        pads.plug(1, u"B"_s);
+        GamepadDefinder editor;
+        {
+            const QSignalBlocker blocker(comboOf(editor));
+            comboOf(editor).setCurrentIndex(0);
+        }
+        pads.plug(2, u"C"_s);
+        QCOMPARE(comboOf(editor).currentText(), u"A"_s);
+        pads.unplug(0);
+        QCOMPARE(comboOf(editor).currentText(), u"B"_s);
+    }
+
     void aSecondGamepadOfOneNameLeavesTheComboAlone()
     {
         store(1);
@@ -345,6 +362,13 @@ private Q_SLOTS:
         comboOf(editor).setCurrentIndex(1);
         QCOMPARE(journal.take(), QStringList());
         QVERIFY(!pads.isRunning(0) && !pads.isRunning(1));
+        // It stays for as long as its gamepad.
+        QCOMPARE(comboOf(editor).currentText(), u"Pad"_s);
+        pads.plug(2, u"Libre"_s);
+        QCOMPARE(comboOf(editor).currentText(), u"Pad"_s);
+        pads.unplug(0);
+        QCOMPARE(namesIn(comboOf(editor)), (QStringList{u"Autre"_s, u"Libre"_s}));
+        QCOMPARE(comboOf(editor).currentIndex(), -1);
     }
 
     void aLinkThatCannotBeSavedStaysInMemoryAndIsBound()
