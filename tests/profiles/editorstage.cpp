@@ -174,9 +174,9 @@ void Pads::release(unsigned slot, unsigned button)
     tick(*device(slot));
 }
 
-Boxes::Boxes()
+Boxes::Boxes(const Look &look)
 {
-    m_timer.callOnTimeout(&m_timer, [this] {
+    m_timer.callOnTimeout(&m_timer, [this, look] {
         auto *box = qobject_cast<QMessageBox *>(openDialog());
         if (!box || !box->isVisible())
             return;
@@ -186,6 +186,8 @@ Boxes::Boxes()
         const auto icon = QMetaEnum::fromType<QMessageBox::Icon>();
         m_lines.append(QLatin1StringView(icon.valueToKey(box->icon())) + ": "_L1 + box->windowTitle() +
                        ": "_L1 + box->text());
+        if (look)
+            look(*box);
         QTest::mouseClick(ok, Qt::LeftButton);
     });
     m_timer.start(1);

@@ -11,6 +11,7 @@
 
 class InteractiveOverlay;
 class QMenu;
+class QMessageBox;
 
 /// What the tests of the profile editor share. All files lie in the temporary home of the program.
 namespace stage
@@ -71,11 +72,14 @@ private:
     QObject m_parent;
 };
 
-/// Notes each message box as "icon: title: text" and clicks its Ok, while this object lives.
+/// Notes each message box as "icon: title: text" and clicks its Ok, after `look` had it, while this object
+/// lives.
 class Boxes
 {
 public:
-    Boxes();
+    using Look = std::function<void(const QMessageBox &)>;
+
+    explicit Boxes(const Look &look = {});
     /// What came since the last call.
     QStringList take() { return std::exchange(m_lines, {}); }
 

@@ -7,6 +7,7 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
 
 #include <memory>
 
@@ -43,6 +44,30 @@ private Q_SLOTS:
         pads.plug(0);
         settle();
         QCOMPARE(boxes.take(), QStringList());
+    }
+
+    void theNoticeComesLastAndOnceWhateverComesUnderIt()
+    {
+        store(1, {.deviceName = u"Pad"_s});
+        Pads pads;
+        GamepadDefinder editor;
+        QVERIFY(present(editor));
+        QStringList names;
+        bool framed = false;
+        QStringList more;
+        const Answer<QMessageBox> notice(openDialog, [&](QMessageBox *) {
+            names = namesIn(comboOf(editor));
+            framed = isFramed(editor, 0);
+            Boxes boxes; // of a second notice, which would open at once
+            pads.unplug(0);
+            pads.plug(0);
+            more = boxes.take();
+        });
+        pads.plug(0);
+        QCOMPARE(notice.given(), 1);
+        QCOMPARE(names, QStringList{u"Pad"_s});
+        QVERIFY(framed);
+        QCOMPARE(more, QStringList());
     }
 
     void coverageNeedsEveryGamepadByItsExactName()
@@ -179,7 +204,8 @@ private Q_SLOTS:
         pads.plug(0);
         GamepadDefinder editor;
         QVERIFY(present(editor));
-        Boxes boxes;
+        const QWidget *parent = &editor;
+        Boxes boxes([&](const QMessageBox &box) { parent = box.parentWidget(); });
         const QString chosen = created(editor, [](QInputDialog *) { QFAIL("there is nothing to choose"); });
         QCOMPARE(
             boxes.take(),
@@ -187,6 +213,7 @@ private Q_SLOTS:
                         u"d\u00c3\u00a9j\u00c3\u00a0 associ\u00c3\u00a9es.\nVous pouvez cr\u00c3\u00a9er un "
                         u"profil sans "
                         u"liaison et l\u00e2\u20ac\u2122associer plus tard."_s});
+        QCOMPARE(parent, nullptr);
         QCOMPARE(editor.entries().size(), 2);
         QCOMPARE(chosen, QString());
     }
