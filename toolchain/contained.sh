@@ -12,6 +12,18 @@ die() {
 namespace_owner=()
 [ "$(id -u)" = 0 ] || namespace_owner=(--user --map-root-user --map-auto)
 
+# Asked before anything is installed or made, since nothing of this works without them.
+need_private_namespaces() {
+    if [ ${#namespace_owner[@]} != 0 ] && ! unshare "${namespace_owner[@]}" true 2>/dev/null; then
+        die "this kernel or account does not allow a private user namespace." \
+            "Run ./dev as root, or ask an administrator for: the package uidmap, a line for your" \
+            "account in /etc/subuid and /etc/subgid, and kernel.unprivileged_userns_clone=1."
+    fi
+    unshare "${namespace_owner[@]}" --mount --pid --fork true 2>/dev/null ||
+        die "this machine does not allow private mount and process namespaces." \
+            "Run ./dev as root; in a container, the container needs the capability SYS_ADMIN."
+}
+
 as_owner() {
     if [ ${#namespace_owner[@]} = 0 ]; then "$@"; else unshare "${namespace_owner[@]}" "$@"; fi
 }
