@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "keptdocuments.h"
 #include "reportlines.h"
 #include "testmain.h"
 #include "virtualbench.h"
@@ -15,6 +16,14 @@
 class HostRuns
 {
 public:
+    HostRuns() = default;
+    ~HostRuns()
+    {
+        m_host.reset();
+        keepDocuments(m_data.path());
+    }
+    Q_DISABLE_COPY_MOVE(HostRuns)
+
     /// Starts the host; one that runs is ended first.
     [[nodiscard]] bool start(const QStringList &more = {})
     {

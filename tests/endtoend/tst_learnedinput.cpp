@@ -4,6 +4,7 @@
 #include "answer.h"
 #include "gamepaddefinder.h"
 #include "interactiveoverlay.h"
+#include "keptdocuments.h"
 #include "profilesroot.h"
 #include "testmain.h"
 #include "virtualbench.h"
@@ -122,6 +123,7 @@ class TestLearnedInput : public QObject
 
 private Q_SLOTS:
     void init() { failOnUnexpectedWarnings(); }
+    void cleanup() { keepDocuments(profilesBasePath()); }
 
     void aProfileIsLinkedAndLearns()
     {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "endtoend.h"
+#include "keptdocuments.h"
 #include "road.h"
 
 #include <QtCore/QFile>
@@ -15,6 +16,8 @@ class TestRoad : public QObject
 private Q_SLOTS:
     void init() { failOnUnexpectedWarnings(); }
 
+    void cleanupTestCase();
+
     void everyStepHappens_data();
     void everyStepHappens();
 
@@ -29,6 +32,12 @@ private:
                  .pictures = {}}};
     bool m_ended = false;
 };
+
+void TestRoad::cleanupTestCase()
+{
+    if (!m_ended)
+        keepDocuments(m_data.path());
+}
 
 void TestRoad::everyStepHappens_data()
 {

@@ -68,15 +68,22 @@ void home::storeProfile(int profile, const QStringList &titles)
     QJsonArray nodes;
     double at = 0.02;
     for (const QString &title : titles) {
-        nodes.append(QJsonObject{
-            {u"title"_s, title},
-            {u"pastille"_s, QJsonObject{{u"x"_s, at}, {u"y"_s, 0.1}, {u"w"_s, 0.1}, {u"h"_s, 0.1}}},
-            {u"toolbox"_s, QJsonObject{{u"x"_s, at}, {u"y"_s, 0.3 + at}, {u"w"_s, 0.4}, {u"h"_s, 0.1}}},
-        });
+        QJsonObject node = object(R"({'state':'Normal','freeAspect':false})");
+        node["id"_L1] = u"%1-0000-4000-8000-000000000000"_s.arg(nodes.size() + 1, 8, 10, QChar(u'0'));
+        node["title"_L1] = title;
+        node["pastille"_L1] = QJsonObject{{u"x"_s, at}, {u"y"_s, 0.1}, {u"w"_s, 0.1}, {u"h"_s, 0.1}};
+        node["toolbox"_L1] = QJsonObject{{u"x"_s, at}, {u"y"_s, 0.3 + at}, {u"w"_s, 0.4}, {u"h"_s, 0.1}};
+        QJsonObject src = object(R"({'deviceType':'gamepade','deviceId':0,'packetId':1})");
+        src["stringKey"_L1] = title;
+        src["isJoy"_L1] = title.startsWith("joy"_L1);
+        node["src"_L1] = src;
+        nodes.append(node);
         at += 0.15;
     }
-    write(overlayPath(profile),
-          {{u"type"_s, u"InteractiveOverlay"_s}, {u"version"_s, 2}, {u"nodes"_s, nodes}});
+    QJsonObject overlay = object(R"({'type':'InteractiveOverlay','version':2,'coordSpace':'background',
+                                     'bgMode':'Contain','overlaySize':{'w':640,'h':420}})");
+    overlay["nodes"_L1] = nodes;
+    write(overlayPath(profile), overlay);
     write(metaPath(profile), {{u"type"_s, u"GamepadDefinderMeta"_s},
                               {u"version"_s, 2},
                               {u"id"_s, idOf(profile)},

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A stored binding stays as it is, its arguments above all, whatever else is done in the window.
 #include "homedocuments.h"
+#include "keptdocuments.h"
+#include "profilesroot.h"
 #include "testmain.h"
 #include "windowstage.h"
 
@@ -48,7 +50,11 @@ private Q_SLOTS:
         QCOMPARE(m_mapping["bridges"_L1].toArray(), home::bridges());
         m_stage = std::make_unique<WindowStage>();
     }
-    void cleanup() { m_stage.reset(); }
+    void cleanup()
+    {
+        m_stage.reset();
+        keepDocuments(profilesBasePath());
+    }
 
     void openingTheWindowWithoutServices()
     {

@@ -3,6 +3,7 @@
 // is told to run. The host knows the plugin by the contract, and its window as a person does, by its widgets.
 #include "dialogs.h"
 #include "homedocuments.h"
+#include "keptdocuments.h"
 #include "loadedplugin.h"
 #include "profilesroot.h"
 #include "scriptedjoystick.h"
@@ -296,6 +297,7 @@ private Q_SLOTS:
         QVERIFY(told.count() > 0);
         QCOMPARE(told.last().constFirst().toStringList(), QStringList{path});
         QCOMPARE(m_device->noCodeApp(), QStringList{path});
+        keepDocuments(profilesBasePath());
     }
 };
 

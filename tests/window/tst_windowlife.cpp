@@ -2,6 +2,8 @@
 // The window comes and goes, and is used for long: nothing crashes, nothing grows, nothing of one profile is
 // left in the next.
 #include "homedocuments.h"
+#include "keptdocuments.h"
+#include "profilesroot.h"
 #include "residentmemory.h"
 #include "sanitizers.h"
 #include "testmain.h"
@@ -109,7 +111,11 @@ private Q_SLOTS:
         home::storeActions(home::actions());
         m_stage = std::make_unique<WindowStage>();
     }
-    void cleanup() { m_stage.reset(); }
+    void cleanup()
+    {
+        m_stage.reset();
+        keepDocuments(profilesBasePath());
+    }
 
     void closedWithSavesPendingItGoesOnSaving()
     {
