@@ -9,16 +9,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-// SFML reads out of bounds for a slot that it does not have.
-uint reportedButtons(int slot)
-{
-    const bool exists = slot >= 0 && slot < SfmlSlot::slotCount;
-    return exists ? sf::Joystick::getButtonCount(static_cast<uint>(slot)) : 0;
-}
-} // namespace
-
 QString usnOfSlot(int slot)
 {
     return u"gp:%1"_s.arg(slot);
@@ -55,11 +45,11 @@ int placeholderSlot(const QJsonObject &identity)
 
 QStringList capabilitiesOf(const ControlManette &device)
 {
-    const int slot = device.deviceId();
+    const SfmlSlot slot(device.deviceId());
     int axes = 0;
     for (int axis = 0; axis < SfmlSlot::axisCount; ++axis)
-        axes += SfmlSlot(slot).hasAxis(axis) ? 1 : 0;
-    const uint buttons = reportedButtons(slot);
+        axes += slot.hasAxis(axis) ? 1 : 0;
+    const uint buttons = slot.reportedButtons();
 
     QStringList capabilities;
     if (axes > 0)

@@ -49,6 +49,12 @@ public:
                sf::Joystick::isButtonPressed(m_slot, static_cast<unsigned>(button));
     }
 
+    /// How many buttons the driver reports.
+    [[nodiscard]] unsigned reportedButtons() const
+    {
+        return m_exists ? sf::Joystick::getButtonCount(m_slot) : 0;
+    }
+
 private:
     unsigned m_slot; ///< of a negative number, far above what exists
     bool m_exists = m_slot < sf::Joystick::Count;

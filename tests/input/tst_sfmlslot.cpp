@@ -36,6 +36,7 @@ private Q_SLOTS:
         QVERIFY(!door.hasAxis(0));
         QCOMPARE(door.axisPosition(0), 0.0);
         QVERIFY(!door.isButtonPressed(0));
+        QCOMPARE(door.reportedButtons(), 0U);
         const auto nobody = door.identification();
         QVERIFY(nobody.name.isEmpty());
         QCOMPARE(nobody.vendorId, 0U);
@@ -43,6 +44,7 @@ private Q_SLOTS:
         QCOMPARE(scripted::calls().outsideSlots, 0);
         QCOMPARE(scripted::calls().isConnected, 0);
         QCOMPARE(scripted::calls().getIdentification, 0);
+        QCOMPARE(scripted::calls().getButtonCount, 0);
     }
 
     void axesAndButtonsThatSfmlDoesNotHaveAreNotThere()
@@ -68,6 +70,7 @@ private Q_SLOTS:
         pad.productId = 0xc21d;
         pad.axes[3] = 12.5F;
         pad.buttons.set(31);
+        pad.buttonCount = 40;
         scripted::plug(7, pad);
         const SfmlSlot door(7);
         QVERIFY(door.isConnected());
@@ -76,6 +79,7 @@ private Q_SLOTS:
         QCOMPARE(door.axisPosition(3), 12.5);
         QVERIFY(door.isButtonPressed(31));
         QVERIFY(!door.isButtonPressed(30));
+        QCOMPARE(door.reportedButtons(), 40U);
         QCOMPARE(textOf(door.identification().name), u"Manette été"_s);
         QCOMPARE(door.identification().vendorId, 0x046dU);
         QCOMPARE(door.identification().productId, 0xc21dU);
