@@ -3,7 +3,6 @@
 
 #include "iconvalue.h"
 
-#include <QtCore/QFileInfo>
 #include <QtGui/QIcon>
 #include <QtGui/QPixmapCache>
 
@@ -21,10 +20,7 @@ QPixmap cachedPixmap(QLatin1StringView family, const QString &path, const QSize 
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap))
         return pixmap;
-    // A host may have none of these files, and an icon takes a hundred times as long to find that out.
-    if (!QFileInfo::exists(path))
-        return {};
-    pixmap = QIcon(path).pixmap(size, QIcon::Normal, QIcon::Off);
+    pixmap = iconAt(path).pixmap(size, QIcon::Normal, QIcon::Off);
     if (!pixmap.isNull())
         QPixmapCache::insert(key, pixmap);
     return pixmap;

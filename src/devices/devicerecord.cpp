@@ -102,5 +102,5 @@ QVariant decoration(const DeviceRecord &record)
         return *icon;
     if (found.typeId() != QMetaType::QString)
         return {};
-    return QIcon(found.toString());
+    return iconAt(found.toString());
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "iconvalue.h"
 
+#include <QtCore/QFileInfo>
+
 std::optional<QIcon> iconOf(const QVariant &value)
 {
     const QMetaType iconType(QMetaType::QIcon);
@@ -10,4 +12,11 @@ std::optional<QIcon> iconOf(const QVariant &value)
     if (!converted.convert(iconType))
         return QIcon();
     return *static_cast<const QIcon *>(converted.constData());
+}
+
+QIcon iconAt(const QString &path)
+{
+    // Qt warns of a NUL wherever such a name is used.
+    const bool isThere = !path.contains(QChar::Null) && QFileInfo(path).isFile();
+    return isThere ? QIcon(path) : QIcon();
 }

@@ -6,6 +6,8 @@
 #include <QtGui/QIcon>
 #include <QtGui/QPixmapCache>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -119,6 +121,10 @@ private Q_SLOTS:
         QTest::newRow("empty icon") << QVariant(QIcon());
         QTest::newRow("path that leads nowhere") << QVariant(u":/new/prefix1/ressources/nothing.png"_s);
         QTest::newRow("path of a folder") << QVariant(temporaryHome());
+        const QString pipe = temporaryHome() + u"/pipe.png"_s;
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        QTest::newRow("a pipe") << QVariant(pipe); // whoever opens it waits for the one at its other end
+        QTest::newRow("a path with NUL") << QVariant(file() + QChar::Null + u'x');
     }
 
     void anyOtherValueGivesNoPixmap()

@@ -129,6 +129,7 @@ private Q_SLOTS:
         QTest::newRow("number") << QJsonValue(1e300);
         QTest::newRow("long text") << QJsonValue(QString(100'000, u'%'));
         QTest::newRow("pattern") << QJsonValue(u"%1%2%99"_s);
+        QTest::newRow("end of text within") << QJsonValue(u"a"_s + QChar::Null + u'b');
         QTest::newRow("list") << QJsonValue(QJsonArray{1});
         QTest::newRow("object") << QJsonValue(QJsonObject{{u"selected"_s, true}});
     }
@@ -136,7 +137,8 @@ private Q_SLOTS:
     {
         QFETCH(const QJsonValue, value);
         QJsonObject device;
-        for (const QString &key : {u"deviceId"_s, u"vendorIdHex"_s, u"productIdHex"_s, u"name"_s})
+        for (const QString &key :
+             {u"deviceId"_s, u"vendorIdHex"_s, u"productIdHex"_s, u"name"_s, u"imagePath"_s})
             device[key] = value;
         QJsonObject kv;
         for (const QString &key : {u"selected"_s, u"nameOverride"_s, u"product"_s, u"imagePath"_s})
@@ -231,6 +233,20 @@ private Q_SLOTS:
         settle();
         QCOMPARE(model.count(), 1);
         QCOMPARE(stored().value(u"lastCount"_s), QJsonValue(1));
+    }
+
+    void aPipeInPlaceOfThePictureKeepsNobodyWaiting()
+    {
+        const QString pipe = temporaryHome() + u"/pipe.png"_s;
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        QJsonObject device = rememberedDevice(3);
+        device[u"imagePath"_s] = pipe;
+        remember({{u"gp:3"_s, device}});
+        const TestedModel model;
+        QCOMPARE(model.at(0, Model::ImageRole), QVariant(pipe));
+        const QVariant decoration = model.at(0, Qt::DecorationRole);
+        QCOMPARE(decoration.typeId(), int(QMetaType::QIcon));
+        QVERIFY(decoration.value<QIcon>().isNull());
     }
 
     void aListenerMayDeleteRows_data() { whoMeddles(); }
