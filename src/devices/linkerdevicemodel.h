@@ -119,6 +119,8 @@ private:
     void deselect(const QString &usn);
 
     [[nodiscard]] GamepadManager *manager();
+    /// The file of the context that the rows belong to.
+    [[nodiscard]] QString storePath() const;
     void loadFromDisk();
     void saveToDisk() const;
     void syncWithManager();
@@ -140,6 +142,7 @@ private:
 
     bool m_uniqSelection = true;
     bool m_autoDetect = true;
+    bool m_announcingReset = false;
     QString m_context;
     QString m_rowsContext; ///< whose rows these are: a new context is told of before its file is read
     QStringList m_usnOrder;

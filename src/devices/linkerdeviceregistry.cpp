@@ -29,20 +29,27 @@ GamepadManager *LinkerDeviceModel::manager()
 
 void LinkerDeviceModel::loadFromDisk()
 {
-    const GamepadsDocument document = parseGamepads(readGamepadsFile(gamepadsFilePath(m_context)));
+    // A reset that is only being announced will read the file of whichever context is set by then.
+    if (m_announcingReset)
+        return;
+    const QPointer<LinkerDeviceModel> self(this);
+    m_announcingReset = true;
+    beginResetModel();
+    if (!self)
+        return;
+    m_announcingReset = false;
+
+    // Nobody else speaks from here to the end of the reset, so the rows are of the context that they are
+    // saved to.
+    m_rowsContext = m_context;
+    const GamepadsDocument document = parseGamepads(readGamepadsFile(storePath()));
     LiveDevices devices;
     const GamepadManager::Gamepads gamepads = manager()->gamepads();
     for (const QPointer<ControlManette> &device : gamepads) {
         if (device)
             devices.insert(usnOfSlot(device->deviceId()), device);
     }
-
-    const QPointer<LinkerDeviceModel> self(this);
-    beginResetModel();
-    if (!self)
-        return;
     const LiveDevices followed = forgetRows();
-    m_rowsContext = m_context;
     m_previousCount = document.lastCount;
     m_otherKeys = document.otherKeys;
     for (const StoredDevice &stored : document.devices) {
@@ -100,6 +107,11 @@ LinkerDeviceModel::LiveDevices LinkerDeviceModel::forgetRows()
     return followed;
 }
 
+QString LinkerDeviceModel::storePath() const
+{
+    return gamepadsFilePath(m_rowsContext);
+}
+
 void LinkerDeviceModel::saveToDisk() const
 {
     GamepadsDocument document;
@@ -113,7 +125,7 @@ void LinkerDeviceModel::saveToDisk() const
         });
     }
     // Nobody is told of a failure: the old file is still there, and the next change tries again.
-    std::ignore = writeGamepadsFile(gamepadsFilePath(m_rowsContext), gamepadsJson(document));
+    std::ignore = writeGamepadsFile(storePath(), gamepadsJson(document));
 }
 
 void LinkerDeviceModel::syncWithManager()

@@ -142,6 +142,27 @@ private Q_SLOTS:
         QVERIFY(model.indexOfUsn(u"gp:5"_s) >= 0);
     }
 
+    // The rows that a reset announces are read only when everybody has heard of it.
+    void aContextThatIsSetAsTheResetBeginsIsTheOneThatIsRead()
+    {
+        prepare();
+        const QJsonObject third{{u"gp:3"_s, rememberedDevice(3)}, {u"gp:4"_s, rememberedDevice(4)}};
+        remember(third, u"third"_s);
+        const QJsonObject other = stored(u"other"_s);
+        TestedModel model;
+        settle();
+        connect(&model, &Model::modelAboutToBeReset, &model, [&model] { model.setContext(u"third"_s); });
+        model.setContext(u"other"_s);
+        QCOMPARE(model.context(), u"third"_s);
+        QCOMPARE(model.count(), 2);
+        QCOMPARE(model.usnForRow(0), u"gp:3"_s);
+        QCOMPARE(model.usnForRow(1), u"gp:4"_s);
+        QVERIFY(model.setData(model.index(0), u"Mine"_s, Model::NameRole));
+        QCOMPARE(stored(u"other"_s), other);
+        QCOMPARE(storedDevice(u"gp:3"_s, u"third"_s), rememberedDevice(3, {{u"nameOverride"_s, u"Mine"_s}}));
+        QCOMPARE(storedDevice(u"gp:4"_s, u"third"_s), rememberedDevice(4));
+    }
+
 private:
     /// Lets go of a model in each signal of `deed`, one after the other. Returns how many there are.
     static int letGo(const Deed &deed, bool beforeTheMerge, bool ownsManager,
