@@ -128,6 +128,7 @@ private:
     void mergeLive(ControlManette *device);
     void insertLive(const QString &usn, ControlManette &device);
     static void adopt(DeviceRecord &record, ControlManette &device);
+    static void refreshCapabilities(DeviceRecord &record);
     void markIfAbsent(const QString &usn);
     [[nodiscard]] LiveDevices forgetRows();
 

@@ -167,7 +167,7 @@ void LinkerDeviceModel::mergeLive(ControlManette *device)
     releasePlaceholder(*record);
     record->live = device;
     record->isConnected = true;
-    record->capabilities = capabilitiesOf(*device);
+    refreshCapabilities(*record);
     const QPointer<LinkerDeviceModel> self(this);
     announce(usn,
              {NameRole, ConnectedRole, VideoInterfacesRole, ProductRole, ImageRole, ModelRole, JsonRole});
@@ -199,7 +199,12 @@ void LinkerDeviceModel::adopt(DeviceRecord &record, ControlManette &device)
     record.isConnected = true;
     record.productName = device.name();
     record.infoObject = identityOf(device);
-    record.capabilities = capabilitiesOf(device);
+    refreshCapabilities(record);
+}
+
+void LinkerDeviceModel::refreshCapabilities(DeviceRecord &record)
+{
+    record.capabilities = record.live ? capabilitiesOf(*record.live) : QStringList();
 }
 
 void LinkerDeviceModel::markIfAbsent(const QString &usn)
