@@ -55,7 +55,7 @@ void LinkerDeviceModel::startInterface(const QString &usn)
     announce(usn, {LinkStateRole});
     // A listener may have deselected or deleted the row, or the model.
     record = self ? recordOf(usn) : nullptr;
-    if (record && record->iface && record->live)
+    if (record && record->iface && record->live && selectedByUser(*record))
         record->live->start({});
 }
 

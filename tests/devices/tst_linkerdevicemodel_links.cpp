@@ -103,6 +103,27 @@ private Q_SLOTS:
         QCOMPARE(linkState(model, 0), 0);
     }
 
+    // The host answers a row that starts by selecting another one in its place.
+    void aDeviceThatAnotherReplacesBeforeItStartsStaysStopped()
+    {
+        plug(0);
+        plug(1);
+        TestedModel model;
+        settle();
+        stopManager();
+        connect(&model, &QAbstractItemModel::dataChanged, &model, [&model] {
+            if (linkState(model, 0) == 1)
+                model.setSelected(u"gp:1"_s, true);
+        });
+        model.setSelected(u"gp:0"_s, true);
+        QVERIFY(!model.isSelected(u"gp:0"_s));
+        QVERIFY(!runs(liveDevice(0)));
+        QCOMPARE(liveDevice(0)->status(), int(IComInterface::noCom));
+        QCOMPARE(linkState(model, 0), 0);
+        QCOMPARE(model.selection(), QList<IComInterface *>{liveDevice(1)});
+        QVERIFY(runs(liveDevice(1)));
+    }
+
     void selectingOneOfTwoSelectedRowsAgainDeselectsTheOtherAndSavesNothing()
     {
         plug(0);
