@@ -71,17 +71,23 @@ void LinkerDeviceModel::select(const QString &usn, bool on)
 void LinkerDeviceModel::deselectOthers(const QString &usn)
 {
     const QPointer<LinkerDeviceModel> self(this);
-    const QStringList order = m_usnOrder;
-    for (const QString &other : order) {
-        if (!self)
-            return;
-        DeviceRecord *record = other == usn ? nullptr : recordOf(other);
-        if (!record || !selectedByUser(*record))
-            continue;
-        record->kv[UserKey::selected] = false;
-        stopInterface(other);
-        if (self)
-            announce(other, {SelectedRole, LinkStateRole, JsonRole});
+    // A listener may select a row that was passed already, so the walk is made again, but not for ever.
+    int walksLeft = count();
+    for (bool found = true; found && walksLeft > 0; --walksLeft) {
+        found = false;
+        const QStringList order = m_usnOrder;
+        for (const QString &other : order) {
+            DeviceRecord *record = other == usn ? nullptr : recordOf(other);
+            if (!record || !selectedByUser(*record))
+                continue;
+            found = true;
+            record->kv[UserKey::selected] = false;
+            stopInterface(other);
+            if (self)
+                announce(other, {SelectedRole, LinkStateRole, JsonRole});
+            if (!self)
+                return;
+        }
     }
 }
 

@@ -177,6 +177,48 @@ private Q_SLOTS:
         QCOMPARE(storedDevice(u"gp:0"_s).value(u"kv"_s), QJsonValue(QJsonObject{{u"selected"_s, false}}));
     }
 
+    // The host answers a row that is deselected by selecting one above it.
+    void aRowThatIsSelectedWhileOthersAreDeselectedGivesWayToo()
+    {
+        plug(0);
+        plug(1);
+        plug(2);
+        TestedModel model;
+        settle();
+        stopManager();
+        model.setSelected(u"gp:1"_s, true);
+        bool answered = false;
+        connect(&model, &QAbstractItemModel::dataChanged, &model, [&] {
+            if (!model.isSelected(u"gp:1"_s) && !std::exchange(answered, true))
+                model.setSelected(u"gp:0"_s, true);
+        });
+        model.setSelected(u"gp:2"_s, true);
+        QVERIFY(answered);
+        QCOMPARE(model.selection(), QList<IComInterface *>{liveDevice(2)});
+        QVERIFY(!runs(liveDevice(0)));
+        QVERIFY(!runs(liveDevice(1)));
+        QVERIFY(runs(liveDevice(2)));
+        QCOMPARE(linkState(model, 0), 0);
+        QCOMPARE(linkState(model, 2), 2);
+    }
+
+    // A host that will not have it otherwise gets both rows, but the call comes back.
+    void aHostThatSelectsARowAgainAndAgainIsNotFoughtForEver()
+    {
+        plug(0);
+        plug(1);
+        TestedModel model;
+        settle();
+        stopManager();
+        model.setSelected(u"gp:0"_s, true);
+        connect(&model, &QAbstractItemModel::dataChanged, &model, [&model] {
+            if (!model.isSelected(u"gp:0"_s))
+                model.setSelected(u"gp:0"_s, true);
+        });
+        model.setSelected(u"gp:1"_s, true);
+        QVERIFY(model.isSelected(u"gp:0"_s));
+    }
+
     void aReplacedRowKeepsItsInterfaceAndItsPlaceholder()
     {
         plug(1);
