@@ -2,13 +2,13 @@
 #include "gamepadsfile.h"
 
 #include "makepath.h"
+#include "nativepath.h"
+#include "openfile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
-#include <filesystem>
 #include <system_error>
 
 using namespace Qt::StringLiterals;
@@ -24,7 +24,7 @@ bool isNoName(const QString &path)
 bool isPipe(const QString &path)
 {
     std::error_code ignored; // then it is none
-    return std::filesystem::is_fifo(QFile::encodeName(path).constData(), ignored);
+    return std::filesystem::is_fifo(nativePath(path), ignored);
 }
 
 bool writeWhole(const QString &path, const QByteArray &bytes)
@@ -54,9 +54,7 @@ QString gamepadsFilePath(const QString &context)
 QByteArray readGamepadsFile(const QString &path)
 {
     QFile file(path);
-    // What is no file, a pipe say, could keep the host waiting.
-    const bool readable = !isNoName(path) && QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
-    return readable ? file.readAll() : QByteArray();
+    return !isNoName(path) && openToRead(file) ? file.readAll() : QByteArray();
 }
 
 bool writeGamepadsFile(const QString &path, const QByteArray &json)

@@ -110,6 +110,16 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(path + u"/inside"_s).isDir());
     }
 
+    void aFileThatIsTooLargeReadsAsNothing()
+    {
+        const QString path = gamepadsFilePath(u"host"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.resize(512LL * 1024 * 1024 + 1)); // takes no room on the disk
+        file.close();
+        QVERIFY(readGamepadsFile(path).isEmpty());
+    }
+
     // Whoever opens a pipe waits for the one at its other end.
     void aPipeInItsPlaceReadsAsNothingAndIsReplaced()
     {
