@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "deviceitemdelegate.h"
 
+#include "cardlayout.h"
 #include "cardrendering.h"
 #include "testmain.h"
 
 #include <QtCore/QMetaMethod>
+#include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -216,12 +220,31 @@ private Q_SLOTS:
             }
             mutable bool jsonRead = false;
         };
-        const JsonModel model({CardModel::fullRow(u"gp:0"_s)});
-        const DeviceItemDelegate delegate;
+        CardRow row = CardModel::fullRow(u"gp:0"_s);
+        row.insert("selected", true);
+        JsonModel model({row});
+        const QModelIndex index = model.index(0);
+        const QStyleOptionViewItem option = optionFor({});
+        DeviceItemDelegate delegate;
+
         QImage page = whitePage({300, 240});
         QPainter painter(&page);
-        delegate.paint(&painter, optionFor({}), model.index(0));
+        delegate.paint(&painter, option, index);
         QVERIFY(model.dataCalls > 0);
+        QVERIFY(!model.jsonRead);
+
+        QListView view;
+        const QPoint chip(135, 206);
+        for (const QPoint &spot : {chip, layoutCard(option.rect).linkZone.center()}) {
+            QHelpEvent rest(QEvent::ToolTip, spot, spot);
+            QVERIFY(delegate.helpEvent(&rest, &view, option, index));
+            QVERIFY(!model.jsonRead);
+        }
+        QToolTip::hideText();
+
+        auto release = mouse(QEvent::MouseButtonRelease, {100, 100}, Qt::LeftButton);
+        QVERIFY(delegate.editorEvent(&release, &model, option, index));
+        QCOMPARE(model.writes.size(), 1);
         QVERIFY(!model.jsonRead);
     }
 };
