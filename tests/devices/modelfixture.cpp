@@ -113,6 +113,26 @@ ControlManette *liveDevice(int slot)
     return nullptr;
 }
 
+QJsonObject freshDevice(int slot, const QString &name, const QJsonObject &kv)
+{
+    return {
+        {u"deviceId"_s, QString::number(slot)},
+        {u"vendorIdHex"_s, u"1234"_s},
+        {u"productIdHex"_s, u"abcd"_s},
+        {u"name"_s, name},
+        {u"imagePath"_s, u":/new/prefix1/ressources/menette_id_43981.png"_s},
+        {u"kv"_s, kv},
+    };
+}
+
+QStringList order(const LinkerDeviceModel &model)
+{
+    QStringList keys;
+    for (int row = 0; row < model.count(); ++row)
+        keys << model.usnForRow(row);
+    return keys;
+}
+
 QString merged(int slot)
 {
     return u"data gp:%1: name isConnected videoInterfaces product image modelString json"_s.arg(slot);

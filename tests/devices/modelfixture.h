@@ -28,6 +28,8 @@ QJsonObject storedDevice(const QString &usn, const QString &context = QStringLit
 /// A device as it stands in the file.
 QJsonObject rememberedDevice(int slot, const QJsonObject &kv = {});
 QJsonObject selectedKv();
+/// What stands in the file of a scripted pad that is plugged in.
+QJsonObject freshDevice(int slot, const QString &name, const QJsonObject &kv = {});
 
 /// A resting pad of eight axes and eleven buttons. The manager finds it at the next discovery.
 void plug(int slot, const QString &name = QStringLiteral("Pad"));
@@ -39,6 +41,8 @@ void stopManager();
 /// Lets queued calls and deferred deletions happen.
 void settle();
 
+/// The keys of the rows.
+QStringList order(const LinkerDeviceModel &model);
 /// The device behind a slot, or null.
 ControlManette *liveDevice(int slot);
 

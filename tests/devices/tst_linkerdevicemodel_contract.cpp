@@ -232,8 +232,7 @@ private Q_SLOTS:
         model.setAutoDetect(true);
         QVERIFY(timersRun());
         QCOMPARE(managerTimer(u"pollTimer"_s)->interval(), 100);
-        const QString changed =
-            u"data gp:4: name isConnected videoInterfaces product image modelString json"_s;
+        const QString changed = merged(4);
         const QStringList expected{
             u"autoDetect"_s,
             // The manager's discovery: its list, the device, its list once more.

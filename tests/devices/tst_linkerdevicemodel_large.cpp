@@ -14,7 +14,7 @@ namespace
 {
 constexpr int rows = 1000;
 
-/// Slots 100 and up, so that their keys sort as they count.
+/// Slots 1000 and up, so that their keys sort as they count.
 QString key(int number)
 {
     return u"gp:%1"_s.arg(number + 1000);

@@ -14,29 +14,6 @@ using namespace Qt::StringLiterals;
 using namespace fixture;
 using Model = LinkerDeviceModel;
 
-namespace
-{
-QStringList order(const TestedModel &model)
-{
-    QStringList keys;
-    for (int row = 0; row < model.count(); ++row)
-        keys << model.usnForRow(row);
-    return keys;
-}
-
-QJsonObject freshDevice(int slot, const QString &name, const QJsonObject &kv = {})
-{
-    return {
-        {u"deviceId"_s, QString::number(slot)},
-        {u"vendorIdHex"_s, u"1234"_s},
-        {u"productIdHex"_s, u"abcd"_s},
-        {u"name"_s, name},
-        {u"imagePath"_s, u":/new/prefix1/ressources/menette_id_43981.png"_s},
-        {u"kv"_s, kv},
-    };
-}
-} // namespace
-
 /// The model's memory: what is read, merged with what is plugged in, and written.
 class TestLinkerDeviceModelRegistry : public QObject
 {
@@ -165,7 +142,7 @@ private Q_SLOTS:
         settle();
         const QStringList expected{
             u"selected 1"_s, // the load's own
-            merged(1),       u"data gp:1: linkState"_s, u"save"_s, u"selected 1"_s,
+            merged(1),       link(1), u"save"_s, u"selected 1"_s,
         };
         QCOMPARE(log.take(), expected);
         // The second start found it connected already.
@@ -387,7 +364,8 @@ private Q_SLOTS:
         settle();
         ModelLog log(&model);
         QVERIFY(model.deleteDevice(u"gp:4"_s));
-        QCOMPARE(log.take(), (QStringList{u"removed 1"_s, u"count"_s, u"save"_s, u"selected"_s}));
+        QCOMPARE(log.take(),
+                 (QStringList{u"removed 1"_s, u"count"_s, u"save"_s, u"selected"_s}));
         QCOMPARE(order(model), QStringList{u"gp:2"_s});
         QVERIFY(!stored().value(u"devices"_s).toObject().contains(u"gp:4"_s));
         QCOMPARE(stored().value(u"lastCount"_s), QJsonValue(1));
@@ -407,7 +385,7 @@ private Q_SLOTS:
         ModelLog log(&model);
         QVERIFY(model.deleteDevice(u"gp:0"_s));
         const QStringList expected{
-            u"data gp:0: linkState"_s,
+            link(0),
             u"selected 0"_s, // the device has let go
             u"removed 0"_s,
             u"count"_s,
@@ -427,84 +405,6 @@ private Q_SLOTS:
         QVERIFY(!model.isSelected(u"gp:0"_s));
         QCOMPARE(model.at(0, Model::NameRole), QVariant(u"Pad"_s));
         QCOMPARE(storedDevice(u"gp:0"_s), freshDevice(0, u"Pad"_s));
-    }
-
-    void contextsAreSeparate()
-    {
-        remember({{u"gp:2"_s, rememberedDevice(2)}}, u"one"_s);
-        remember({{u"gp:3"_s, rememberedDevice(3)}, {u"gp:4"_s, rememberedDevice(4)}}, u"two"_s);
-        TestedModel model(u"one"_s);
-        settle();
-        ModelLog log(&model, u"two"_s);
-        model.setContext(u"two"_s);
-        const QStringList expected{
-            u"context"_s, u"reset"_s, u"count"_s, u"previousCount"_s, u"previousCount"_s, u"selected"_s,
-        };
-        QCOMPARE(log.take(), expected);
-        QCOMPARE(model.context(), u"two"_s);
-        QCOMPARE(model.previousCount(), 2);
-        QCOMPARE(order(model), (QStringList{u"gp:3"_s, u"gp:4"_s}));
-        settle();
-        QCOMPARE(log.take(), QStringList{u"selected"_s});
-        QVERIFY(model.setData(model.index(0), u"Mine"_s, Model::NameRole));
-        QCOMPARE(storedDevice(u"gp:2"_s, u"one"_s), rememberedDevice(2));
-        QVERIFY(storedDevice(u"gp:3"_s, u"two"_s) != rememberedDevice(3));
-    }
-
-    void theSameContextSaysNothing()
-    {
-        TestedModel model;
-        settle();
-        ModelLog log(&model);
-        model.setContext(u"host"_s);
-        settle();
-        QCOMPARE(log.take(), QStringList());
-    }
-
-    void aContextStartsWhatItSelectsAndStopsNothing()
-    {
-        plug(0);
-        plug(1);
-        remember({{u"gp:1"_s, rememberedDevice(1, selectedKv())}}, u"two"_s);
-        TestedModel model;
-        settle();
-        stopManager();
-        model.setSelected(u"gp:0"_s, true);
-        ModelLog log(&model, u"two"_s);
-        model.setContext(u"two"_s);
-        const QStringList expected{
-            u"context"_s,
-            u"reset"_s,
-            u"count"_s,
-            u"previousCount"_s,
-            u"data gp:1: linkState"_s,
-            u"data gp:1: linkState"_s,
-            u"selected 1"_s, // started
-            u"previousCount"_s,
-            u"selected 1"_s,
-        };
-        QCOMPARE(log.take(), expected);
-        QCOMPARE(liveDevice(0)->status(), int(IComInterface::connected));
-        QCOMPARE(order(model), QStringList{u"gp:1"_s});
-        // The other live device joins with the next sync.
-        plug(6);
-        discover();
-        QCOMPARE(order(model), (QStringList{u"gp:1"_s, u"gp:0"_s, u"gp:6"_s}));
-    }
-
-    void aSecondModelSharesTheDevicesAndWritesItsOwnFile()
-    {
-        plug(0);
-        TestedModel first(u"one"_s);
-        TestedModel second(u"two"_s);
-        settle();
-        QCOMPARE(GamepadManager::instance()->parent(), &first);
-        QVERIFY(second.setData(second.index(0), u"Mine"_s, Model::NameRole));
-        first.setSelected(u"gp:0"_s, true);
-        QCOMPARE(storedDevice(u"gp:0"_s, u"one"_s), freshDevice(0, u"Pad"_s, selectedKv()));
-        QCOMPARE(storedDevice(u"gp:0"_s, u"two"_s),
-                 freshDevice(0, u"Pad"_s, {{u"nameOverride"_s, u"Mine"_s}}));
-        QCOMPARE(first.interfaceForRow(0), liveDevice(0));
     }
 };
 
