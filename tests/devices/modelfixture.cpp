@@ -186,6 +186,8 @@ ModelLog::ModelLog(LinkerDeviceModel *model, const QString &context)
     plain(&QAbstractItemModel::modelReset, u"reset"_s);
     connect(model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex &, int first) { say(u"inserted %1"_s.arg(first)); });
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+            [this](const QModelIndex &, int first) { say(u"about to remove %1"_s.arg(first)); });
     connect(model, &QAbstractItemModel::rowsRemoved, this,
             [this](const QModelIndex &, int first) { say(u"removed %1"_s.arg(first)); });
     connect(model, &QAbstractItemModel::dataChanged, this,

@@ -365,7 +365,7 @@ private Q_SLOTS:
         ModelLog log(&model);
         QVERIFY(model.deleteDevice(u"gp:4"_s));
         QCOMPARE(log.take(),
-                 (QStringList{u"removed 1"_s, u"count"_s, u"save"_s, u"selected"_s}));
+                 (QStringList{u"about to remove 1"_s, u"removed 1"_s, u"count"_s, u"save"_s, u"selected"_s}));
         QCOMPARE(order(model), QStringList{u"gp:2"_s});
         QVERIFY(!stored().value(u"devices"_s).toObject().contains(u"gp:4"_s));
         QCOMPARE(stored().value(u"lastCount"_s), QJsonValue(1));
@@ -387,6 +387,7 @@ private Q_SLOTS:
         const QStringList expected{
             link(0),
             u"selected 0"_s, // the device has let go
+            u"about to remove 0"_s,
             u"removed 0"_s,
             u"count"_s,
             u"save"_s,
