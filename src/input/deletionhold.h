@@ -13,7 +13,8 @@ class DeletionHold : public QObject
     Q_OBJECT
 
 public:
-    /// `object` may be null, and may still die by a plain `delete`.
+    /// `object` may be null, and may still die by a plain `delete`. Holds end in the reverse order of their
+    /// beginning; what two of them hold goes after both.
     explicit DeletionHold(const QObject *object);
     /// What was held goes on the next turn of the event loop.
     ~DeletionHold() override;
@@ -25,6 +26,10 @@ Q_SIGNALS:
     void deletionHeld();
 
 private:
+    [[nodiscard]] bool holds(QObject *object);
+    static void deleteUnlessHeld(QObject *object);
+
     const QPointer<const QObject> m_object;
+    DeletionHold *const m_outer;
     QList<QPointer<QObject>> m_held;
 };
