@@ -31,7 +31,7 @@ public:
     static constexpr int buttonCount = 32;
 
     /// A stopped device for the joystick slot `deviceId`, with the name and ids that SFML has for it. The
-    /// slot -1 makes a placeholder that never asks SFML for anything.
+    /// slot -1 makes a placeholder, with neither, in which no joystick is ever found.
     ControlManette(int deviceId, QObject *parent);
 
     /// Begins calibration and, after it, publishing, at one tick each 10 ms; `parameter` is ignored. Emits

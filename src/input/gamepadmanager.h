@@ -75,6 +75,6 @@ private:
     bool m_announcingLost = false;
     int m_pollIntervalMs = 100;
     QTimer *m_pollTimer;
-    std::unique_ptr<sf::Window> m_pumpWindow; ///< null where no display can be opened
+    std::unique_ptr<sf::Window> m_pumpWindow; ///< null where SFML can make none
     QTimer *m_pumpTimer;
 };
