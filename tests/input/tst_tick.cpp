@@ -105,6 +105,25 @@ private Q_SLOTS:
         QVERIFY(!publishing.tickOnce().isEmpty());
     }
 
+    void aJoystickThatIsBackAsAnotherIsToldInTheOrderOfTheTick()
+    {
+        Publishing publishing;
+        scripted::unplug(slot);
+        tick(*publishing.device);
+        scripted::Pad other = scripted::restingPad("Other");
+        other.vendorId = 1;
+        other.productId = 2;
+        other.axes[0] = 20.0F;
+        other.buttons.set(1);
+        scripted::plug(slot, other);
+        (void)publishing.log->take();
+        const QString pairs = u"joy_0=double:20,but_1=bool:true"_s;
+        QCOMPARE(publishing.tickOnce(),
+                 lines({u"connectedChanged"_s, u"vendorIdChanged"_s, u"productIdChanged"_s, u"nameChanged"_s,
+                        u"axisChanged 0 20"_s, u"buttonChanged 1 true"_s, u"dataChanged 0 1 "_s + pairs,
+                        u"dataChanged gamepad gamepad "_s + pairs, u"axesChanged"_s, u"buttonsChanged"_s}));
+    }
+
     void identificationIsReadAgainAtEachTick()
     {
         Publishing publishing;
@@ -120,6 +139,16 @@ private Q_SLOTS:
 
         publishing.pad().name = "Other";
         QCOMPARE(publishing.tickOnce(), lines({u"nameChanged"_s}));
+    }
+
+    void aNameThatHoldsWhatIsNoCharacterIsToldOnce()
+    {
+        Publishing publishing;
+        publishing.pad().name = "a\xED\xA0\x80"
+                                "b"; // half a surrogate pair
+        QCOMPARE(publishing.tickOnce(), lines({u"nameChanged"_s}));
+        QCOMPARE(publishing.device->name(), u"ab"_s);
+        QCOMPARE(publishing.tickOnce(), QStringList());
     }
 
     void aNameWrittenFromOutsideGivesWayToSfmls()
