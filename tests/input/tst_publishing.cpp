@@ -172,6 +172,46 @@ private Q_SLOTS:
         QCOMPARE(biasOf(*device, 0), -2.0);
     }
 
+    void whatWasSeenOfTheRestIsForgotten_data()
+    {
+        QTest::addColumn<bool>("byStart");
+        QTest::addColumn<float>("rest");
+        QTest::addColumn<int>("before");
+        QTest::addColumn<int>("run");
+        for (const bool byStart : {true, false}) {
+            const char *how = byStart ? "start" : "resetAllBias";
+            QTest::addRow("%s in the run of a trigger", how) << byStart << -100.0F << 7 << 8;
+            QTest::addRow("%s in the run of a stick", how) << byStart << 3.0F << 29 << 30;
+            QTest::addRow("%s of a settled trigger", how) << byStart << -100.0F << 8 << 8;
+            QTest::addRow("%s of a settled stick", how) << byStart << 3.0F << 30 << 30;
+        }
+    }
+    void whatWasSeenOfTheRestIsForgotten()
+    {
+        QFETCH(const bool, byStart);
+        QFETCH(const float, rest);
+        QFETCH(const int, before);
+        QFETCH(const int, run);
+        scripted::Pad pad = padWithAxes({0});
+        pad.axes[0] = rest;
+        auto *device = started(pad, before);
+        QCOMPARE(biasOf(*device, 0), before == run ? double(rest) : 0.0);
+
+        if (byStart)
+            device->start({});
+        else
+            device->resetAllBias();
+        DeviceLog log(*device);
+        scripted::pad(0).buttons.set(0);
+        tick(*device, run - 1);
+        QCOMPARE(log.take(), QStringList());
+        QCOMPARE(biasOf(*device, 0), 0.0);
+        scripted::pad(0).buttons.reset(0);
+        tick(*device);
+        QCOMPARE(log.take().value(0), u"buttonChanged 0 false"_s);
+        QCOMPARE(biasOf(*device, 0), double(rest));
+    }
+
     void resetAllBiasIsTheOneInvokableMethod()
     {
         auto *device = started(padWithAxes({0}), 30);
