@@ -72,6 +72,16 @@ private Q_SLOTS:
         QCOMPARE(first->parent(), m_parent);
     }
 
+    void aManagerThatNobodyOwnsStaysSo()
+    {
+        GamepadManager *first = GamepadManager::instance(nullptr);
+        QVERIFY(!first->parent());
+        QObject other;
+        QCOMPARE(GamepadManager::instance(&other), first);
+        QVERIFY(!first->parent());
+        delete first;
+    }
+
     void afterItsParentDiedTheNextCallMakesANewOne()
     {
         scripted::plug(2, scripted::restingPad());
