@@ -70,11 +70,12 @@ bool InteractiveOverlay::fromJson(const QJsonObject &json)
     }
     applySpreads(spreads);
 
-    if (active) {
+    // A listener of `dirty` may have removed them since, and then they only wait for their deletion.
+    if (active && positionOf(active) >= 0) {
         setActiveArea(active);
         Q_EMIT dirty();
     }
-    if (listening)
+    if (listening && positionOf(listening) >= 0)
         setListeningArea(listening);
     update();
     return true;

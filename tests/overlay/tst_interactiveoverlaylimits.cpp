@@ -294,6 +294,30 @@ private Q_SLOTS:
         stage->grab();
     }
 
+    void aLoadMakesNoPastilleActiveThatIsRemovedMeanwhile()
+    {
+        OverlayStage stage;
+        QPointer<TouchArea> active;
+        QPointer<TouchArea> listening;
+        connect(stage.overlay(), &InteractiveOverlay::dirty, this, [&, busy = false]() mutable {
+            if (busy || stage.pastilles().size() < 3)
+                return;
+            const QScopedValueRollback removing(busy, true);
+            active = stage.pastille(0);
+            listening = stage.pastille(1);
+            stage->removePastille(active);
+            stage->removePastille(listening);
+        });
+        QVERIFY(stage->fromJson(documentWith("[{'title':'active','state':'Active'},"
+                                             "{'title':'listening','state':'Listening'},{'title':'last'}]")));
+        QVERIFY(active && listening);
+        QVERIFY(!stage->listeningPastille());
+        QCOMPARE(active->state(), TouchArea::Normal);
+        QCOMPARE(listening->state(), TouchArea::Normal);
+        stage.deleteRetired();
+        QCOMPARE(stage.pastilles().size(), 1);
+    }
+
     void aNodeThatIsRemovedMeanwhileKeepsNoOtherFromItsFunction_data()
     {
         QTest::addColumn<Run>("run");
