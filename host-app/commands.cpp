@@ -5,6 +5,7 @@
 #include "hostsession.h"
 #include "hostwindow.h"
 #include "services.h"
+#include "widgetsearch.h"
 
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QCoreApplication>
@@ -12,6 +13,7 @@
 #include <QtCore/QMetaProperty>
 #include <QtCore/QSocketNotifier>
 #include <QtGui/QPixmap>
+#include <QtWidgets/QWidget>
 
 #include <array>
 
@@ -121,6 +123,11 @@ QString Commands::carryOut(const QString &word, const QString &rest)
     }
     QString tail = rest;
     const QString subject = takeWord(tail);
+    if (word == "invoke"_L1) {
+        QWidget *widget = findInReach(subject);
+        return unless(widget && QMetaObject::invokeMethod(widget, tail.toLatin1().constData()),
+                      u"there is no such widget in reach, or it has no such method"_s);
+    }
     if (word == "property"_L1) {
         const QVariant value = parseValue(tail);
         const bool exists =

@@ -18,9 +18,10 @@ const auto description =
     "  select USN | deselect USN | click USN      rename USN NAME | forget USN\n"
     "  property NAME JSON (of the list)           write USN NAME JSON (to the device)\n"
     "  services FILE | configure | screenshot FILE | quit\n"
+    "  invoke WIDGET METHOD (what a widget of the plugin's window offers to hosts)\n"
     "  hand GESTURE (works any window by the names of its widgets)\n"
     "    click NAME [ITEM] | doubleclick NAME [ITEM] | rightclick NAME [ITEM] | press TEXT\n"
-    "    type NAME TEXT | key NAME KEY | picture FILE\n\n"
+    "    type NAME TEXT | enter NAME TEXT | key NAME KEY | picture FILE\n\n"
     "Ends with 0, 1 for a wrong command line, 2 when the plugin cannot be loaded, 3 when a file or the\n"
     "display cannot be used."_L1;
 

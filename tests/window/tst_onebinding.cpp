@@ -5,6 +5,7 @@
 #include "homedocuments.h"
 #include "keptdocuments.h"
 #include "loadedplugin.h"
+#include "onebounddocument.h"
 #include "profilesroot.h"
 #include "scriptedjoystick.h"
 #include "testmain.h"
@@ -34,42 +35,6 @@ namespace
 {
 constexpr unsigned slot = 0;
 constexpr std::size_t button = 3;
-const QByteArray finalDocument = R"({
-    "bridges": [
-        {
-            "action": "A",
-            "args": {
-                "speed": 5
-            },
-            "dst": [
-                {
-                    "args": {
-                        "p": 5
-                    },
-                    "ref": "F",
-                    "when": "W"
-                }
-            ],
-            "src": {
-                "deviceId": 0,
-                "deviceType": "gamepade",
-                "packetId": 1,
-                "stringKey": "but_3"
-            }
-        }
-    ],
-    "onClose": [
-    ],
-    "onStartup": [
-    ],
-    "ref": [
-    ],
-    "signals": [
-    ],
-    "timers": [
-    ]
-}
-)";
 
 QWidget *childOfClass(const QWidget *parent, const char *className)
 {
@@ -293,7 +258,7 @@ private Q_SLOTS:
         GO(armAndPress());
         GO(fillInTheSpeed());
         QTRY_COMPARE(home::documentAt(path)["bridges"_L1][0]["args"_L1]["speed"_L1], QJsonValue(5));
-        QCOMPARE(home::bytesOf(path), finalDocument);
+        QCOMPARE(home::bytesOf(path), oneBoundDocument());
         QVERIFY(told.count() > 0);
         QCOMPARE(told.last().constFirst().toStringList(), QStringList{path});
         QCOMPARE(m_device->noCodeApp(), QStringList{path});
