@@ -104,5 +104,5 @@ QString dialogInFront()
             said.append(field->text());
     }
     return u"%1 \"%2\": %3"_s.arg(QLatin1StringView(dialog->metaObject()->className()), dialog->windowTitle(),
-                                 said.join(u" | "_s));
+                                  said.join(u" | "_s));
 }
