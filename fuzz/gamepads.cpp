@@ -65,7 +65,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     GamepadsDocument document = parseGamepads(bytes);
     checkKept(jsonOf(data, size).object(), document);
-    for (const StoredDevice &device : document.devices)
+    for (const StoredDevice &device : std::as_const(document.devices))
         checkTexts(device);
 
     document.lastCount = static_cast<int>(document.devices.size());

@@ -138,7 +138,7 @@ void checkLoad(const QJsonObject &mapping, const QJsonArray &actions)
         const Bridge spelled = readBridge(after.at(i).toObject());
         mustHold(spelled.src == read.src, "a bridge is of another input");
         mustHold(spelled.config.has_value() == read.config.has_value(), "a bridge configures something else");
-        if (!read.config)
+        if (!read.config || !spelled.config)
             continue;
         mustHold(spelled.config->value("args"_L1).toObject() == read.config->value("args"_L1).toObject(),
                  "a bridge has other arguments");
