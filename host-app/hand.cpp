@@ -83,9 +83,9 @@ void typeText(const QPointer<QWidget> &field, const QString &text)
         sendKey(field, 0, Qt::NoModifier, letter);
 }
 
-/// In one piece, as an input method does it. Letter by letter, the field of a file dialog opens and closes
-/// its proposals while another thread still reads the folders that they come from, and what they then put
-/// into the field depends on which is faster.
+/// In one piece, as an input method does it. Letter by letter, a file dialog selects every folder on the way,
+/// and lets go of it only while its field has the focus, which a display gives when it likes; and what is
+/// selected counts for more there than what is typed.
 void enterText(const QPointer<QWidget> &field, const QString &text)
 {
     clearField(field);
