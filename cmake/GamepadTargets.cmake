@@ -93,6 +93,20 @@ function(gamepad_compile_as_test name)
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
 endfunction()
 
+# Whether one of the headers among the files declares a class for moc.
+function(gamepad_holds_objects result)
+    set(${result} OFF PARENT_SCOPE)
+    foreach(file IN LISTS ARGN)
+        get_filename_component(path "${file}" ABSOLUTE)
+        if(path MATCHES "\\.h$")
+            file(STRINGS "${path}" found REGEX "Q_OBJECT" LIMIT_COUNT 1)
+            if(found)
+                set(${result} ON PARENT_SCOPE)
+            endif()
+        endif()
+    endforeach()
+endfunction()
+
 # gamepad_add_test(NAME SOURCES file ... [LINKS target ...] [LABELS label ...] [WRAPPER command ...]
 #                  [PLATFORM qpa] [ARGUMENTS arg ...] [TIMEOUT seconds])
 # One Qt Test program. Qt is offscreen unless PLATFORM says otherwise; SFML finds a display by DISPLAY.
@@ -104,9 +118,12 @@ function(gamepad_add_test name)
     gamepad_compile_as_test(${name})
     if(TARGET gamepad-testheaders)
         target_precompile_headers(${name} REUSE_FROM gamepad-testheaders)
-        # A test's own file includes its own moc output, so what is left is mostly empty.
-        set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp"
-            PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+        # A test's own file includes its own moc output, so what is left is empty without objects in headers.
+        gamepad_holds_objects(objects ${arg_SOURCES})
+        if(NOT objects)
+            set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp"
+                PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+        endif()
     endif()
     if(NOT arg_PLATFORM)
         set(arg_PLATFORM offscreen)
