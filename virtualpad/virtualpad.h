@@ -8,9 +8,12 @@
 #include <mutex>
 #include <string>
 
-typedef struct _UMockdevIoctlBase UMockdevIoctlBase;
-typedef struct _UMockdevIoctlClient UMockdevIoctlClient;
-typedef struct _UMockdevTestbed UMockdevTestbed;
+// The library's own names for what it hands out.
+// NOLINTBEGIN(readability-identifier-naming)
+using UMockdevIoctlBase = struct _UMockdevIoctlBase;
+using UMockdevIoctlClient = struct _UMockdevIoctlClient;
+using UMockdevTestbed = struct _UMockdevTestbed;
+// NOLINTEND(readability-identifier-naming)
 
 /// One joystick node of the mocked machine, with or without a pad in it. Made by `VirtualBench::pad`.
 /// Its functions are called from one thread; readers in other processes are served from a second one.

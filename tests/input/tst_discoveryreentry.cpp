@@ -154,7 +154,7 @@ private Q_SLOTS:
         const QPointer<GamepadManager> watched = manager();
         watched->setAutoDetectGamePad(false);
         scripted::plug(0, scripted::restingPad());
-        connect(watched, SIGNAL(gamepadAdded(ControlManette *)), this, SLOT(destroyParent()));
+        connect(watched, &GamepadManager::gamepadAdded, this, &TestDiscoveryReentry::destroyParent);
         watched->setAutoDetectGamePad(true);
         QVERIFY(!watched);
     }

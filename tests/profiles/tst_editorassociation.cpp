@@ -4,6 +4,8 @@
 #include "gamepadmanager.h"
 #include "testmain.h"
 
+#include <QtTest/QSignalSpy>
+
 using namespace Qt::StringLiterals;
 using namespace stage;
 

@@ -3,6 +3,8 @@
 #include "editorstage.h"
 #include "testmain.h"
 
+#include <QtTest/QSignalSpy>
+
 using namespace Qt::StringLiterals;
 using namespace stage;
 

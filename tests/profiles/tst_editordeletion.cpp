@@ -68,7 +68,7 @@ private Q_SLOTS:
     void onlyYesDeletes()
     {
         QFETCH(const bool, no);
-        const QStringList folders = storeThree();
+        storeThree();
         const QStringList before = treeOf(profilesRootPath());
         GamepadDefinder editor;
         Dialogs dialogs({no ? Dialogs::click(QMessageBox::No) : Dialogs::escape()});

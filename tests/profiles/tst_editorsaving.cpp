@@ -109,7 +109,6 @@ private Q_SLOTS:
         saveTimerOf(editor).stop();
         editor.actionSave();
         QVERIFY(!editor.isDirty());
-        const QJsonObject meta = metaIn(folder);
 
         InteractiveOverlay &overlay = overlayOf(editor);
         const QPointF place(300, 380);

@@ -7,6 +7,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtTest/QSignalSpy>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 

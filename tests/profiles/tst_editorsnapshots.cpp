@@ -424,7 +424,7 @@ private Q_SLOTS:
 
     void anEditorWithoutSizeMakesThem800By600()
     {
-        const QString folder = store(1, {.name = u"A"_s});
+        store(1, {.name = u"A"_s});
         const QString zero = store(2, {.name = u"Zero"_s});
         storeOverlay(zero, ::overlayOf(u"a"_s, {0, 0}));
         GamepadDefinder editor;

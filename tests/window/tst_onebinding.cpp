@@ -14,6 +14,7 @@
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QTabWidget>

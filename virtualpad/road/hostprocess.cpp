@@ -5,6 +5,7 @@
 #include <QtCore/QJsonDocument>
 
 #include <csignal>
+#include <ranges>
 
 #include <sys/prctl.h>
 
@@ -89,9 +90,9 @@ std::optional<QJsonObject> HostProcess::waitFor(const Condition &condition, qsiz
 
 QJsonObject HostProcess::last(QLatin1StringView what) const
 {
-    for (auto line = m_lines.crbegin(); line != m_lines.crend(); ++line) {
-        if ((*line)["what"_L1] == what)
-            return *line;
+    for (const QJsonObject &line : std::views::reverse(m_lines)) {
+        if (line["what"_L1] == what)
+            return line;
     }
     return {};
 }

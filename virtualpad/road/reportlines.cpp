@@ -20,7 +20,8 @@ bool is(const QJsonObject &line, QLatin1StringView what)
 
 QJsonObject findRow(const QJsonObject &line, const QString &usn)
 {
-    for (const QJsonValue &row : line["rows"_L1].toArray()) {
+    const QJsonArray rows = line["rows"_L1].toArray();
+    for (const QJsonValue &row : rows) {
         if (row["usn"_L1] == usn)
             return row.toObject();
     }

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 const auto slot = "gp:0"_L1;
-const QList<int> restPositions{3, -2, -100, -100, -4, 2, 0, 0};
+constexpr std::array restPositions{3, -2, -100, -100, -4, 2, 0, 0};
 constexpr int sweepSteps = 20;
 constexpr int pointsOfARound = 40;
 
@@ -154,7 +154,8 @@ StepResult Road::select()
 
 StepResult Road::awaitRest()
 {
-    const auto line = m_host->waitFor(reported::rest(selectedDevice(), restPositions), m_selectedAt);
+    const auto line = m_host->waitFor(
+        reported::rest(selectedDevice(), {restPositions.begin(), restPositions.end()}), m_selectedAt);
     if (!line)
         return missed(u"the learned rest positions in deviceJson"_s);
     return happened(u"deviceJson of interface #%1 with bias %2"_s.arg(QString::number(selectedDevice()),

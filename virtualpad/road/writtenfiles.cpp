@@ -47,7 +47,8 @@ std::optional<QJsonObject> written::document(const QString &path,
 QString written::folderWith(const QString &folder, const QString &file)
 {
     return await([&]() -> std::optional<QString> {
-               for (const QString &name : QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+               const QStringList names = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+               for (const QString &name : names) {
                    if (QFile::exists(folder + u'/' + name + u'/' + file))
                        return folder + u'/' + name;
                }

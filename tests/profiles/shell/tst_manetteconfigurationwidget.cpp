@@ -3,6 +3,7 @@
 #include "shellstage.h"
 
 #include <QtTest/QSignalSpy>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QListWidget>
