@@ -54,7 +54,6 @@ ActionTaskBlockWidget::ActionTaskBlockWidget(QWidget *parent)
 
     // Made in their place: a combo that moves into a style sheet makes its list twice over.
     m_functionCombo = new FunctionComboBox(m_functions, this);
-    m_functions->setParent(m_functionCombo); // a child dies after what it is part of
     m_whenEdit = new QLineEdit(this);
     m_formScroll = new QScrollArea(this);
     m_form = new ArgumentForm(taskBlockTraits);

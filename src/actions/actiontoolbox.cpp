@@ -55,7 +55,6 @@ ActionToolBox::ActionToolBox(QWidget *parent)
     wearToolFont(this);
     m_headerLabel = new QLabel(u"Action"_s, this);
     m_functionCombo = new FunctionComboBox(m_functions, this);
-    m_functions->setParent(m_functionCombo); // a child dies after what it is part of
     setCursor(Qt::OpenHandCursor);
 
     m_headerLabel->setTextFormat(Qt::PlainText);

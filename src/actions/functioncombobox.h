@@ -13,7 +13,8 @@ class FunctionComboBox : public QComboBox
     Q_OBJECT
 
 public:
-    /// Does not own `model`, which must outlive it.
+    /// Does not own `model`. Where both have one parent, the model is to be made first, and so dies first:
+    /// Qt lays out the whole list once more when a combo goes that still has one.
     explicit FunctionComboBox(FunctionListModel *model, QWidget *parent = nullptr);
     ~FunctionComboBox() override;
 

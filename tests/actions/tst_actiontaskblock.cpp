@@ -376,17 +376,6 @@ private Q_SLOTS:
         QCOMPARE(seen.last(), task(u"LockOn"_s, {{u"cible"_s, u"nord"_s}}));
     }
 
-    void theListOfFunctionsOutlivesItsCombo()
-    {
-        CardStage stage;
-        const QPointer<QWidget> combo(&stage.combo());
-        bool comboWasGone = false;
-        connect(stage.combo().model(), &QObject::destroyed, this,
-                [&] { comboWasGone = !qobject_cast<QComboBox *>(combo.data()); });
-        delete &stage.card();
-        QVERIFY(comboWasGone);
-    }
-
     void aFieldMayRebuildTheFormThatItIsIn()
     {
         CardStage stage;

@@ -318,17 +318,6 @@ private Q_SLOTS:
         stage.combo().setCurrentIndex(2);
         QCOMPARE(ToolBoxStage::texts(), QStringList{QString()});
     }
-
-    void theListOfFunctionsOutlivesItsCombo()
-    {
-        ToolBoxStage stage;
-        const QPointer<QWidget> combo(&stage.combo());
-        bool comboWasGone = false;
-        connect(stage.combo().model(), &QObject::destroyed, this,
-                [&] { comboWasGone = !qobject_cast<QComboBox *>(combo.data()); });
-        delete &stage.box();
-        QVERIFY(comboWasGone);
-    }
 };
 
 GAMEPAD_TEST_MAIN(TestActionToolBox)
