@@ -3,6 +3,7 @@
 // document, and a host in a process of its own is told to run it.
 #include "endtoend.h"
 #include "onebounddocument.h"
+#include "stepwise.h"
 #include "writtenfiles.h"
 
 #include <QtCore/QFile>
@@ -11,14 +12,6 @@
 #include <QtGui/QImage>
 
 using namespace Qt::StringLiterals;
-
-// A step that did not succeed leaves nothing for the next one to work on.
-#define GO(step)                                                                                             \
-    do {                                                                                                     \
-        step;                                                                                                \
-        if (QTest::currentTestFailed())                                                                      \
-            return;                                                                                          \
-    } while (false)
 
 class TestBoundButton : public QObject
 {

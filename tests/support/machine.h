@@ -7,7 +7,7 @@
 
 /// Ends a test that the machine cannot run, saying that it lacks `what`, a string literal. The project's own
 /// build environment has everything, so there a lack is a failure: a check that went missing in silence would
-/// pass for one that holds. A person's own system may lack it, and then the test is skipped.
+/// pass for one that holds.
 #ifdef GAMEPAD_COMPLETE_ENVIRONMENT
 #define GAMEPAD_NEED(condition, what)                                                                        \
     do {                                                                                                     \
@@ -18,7 +18,7 @@
 #define GAMEPAD_NEED(condition, what)                                                                        \
     do {                                                                                                     \
         if (!(condition))                                                                                    \
-            QSKIP("This machine lacks " what ".");                                                           \
+            QSKIP("This machine lacks " what "."); /* a person's own system may do without it */             \
     } while (false)
 #endif
 

@@ -8,6 +8,7 @@
 #include "onebounddocument.h"
 #include "profilesroot.h"
 #include "scriptedjoystick.h"
+#include "stepwise.h"
 #include "testmain.h"
 
 #include <QtCore/QDir>
@@ -23,14 +24,6 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-// A step that did not succeed leaves nothing for the next one to work on.
-#define GO(step)                                                                                             \
-    do {                                                                                                     \
-        step;                                                                                                \
-        if (QTest::currentTestFailed())                                                                      \
-            return;                                                                                          \
-    } while (false)
 
 namespace
 {
