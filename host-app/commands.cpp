@@ -6,6 +6,7 @@
 #include "hostwindow.h"
 #include "services.h"
 #include "widgetsearch.h"
+#include "words.h"
 
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QCoreApplication>
@@ -30,14 +31,6 @@ QVariant parseValue(const QString &text)
 {
     const QJsonDocument document = QJsonDocument::fromJson(u"[%1]"_s.arg(text).toUtf8());
     return document.array().at(0).toVariant();
-}
-
-/// The first word of `text`, which is cut off with the blanks behind it.
-QString takeWord(QString &text)
-{
-    const QString word = text.section(u' ', 0, 0);
-    text = text.section(u' ', 1).trimmed();
-    return word;
 }
 
 QString unless(bool ok, const QString &problem)

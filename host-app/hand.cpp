@@ -2,6 +2,7 @@
 #include "hand.h"
 
 #include "widgetsearch.h"
+#include "words.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QContextMenuEvent>
@@ -111,14 +112,6 @@ void choose(const QPointer<QComboBox> &combo, int entry)
 QString plain(const QString &text)
 {
     return QString(text).remove(u'&');
-}
-
-/// The first word of `text`, which is cut off with the blanks behind it.
-QString takeWord(QString &text)
-{
-    const QString word = text.section(u' ', 0, 0);
-    text = text.section(u' ', 1).trimmed();
-    return word;
 }
 
 std::optional<Spot> spotOf(QWidget *widget, const QString &item)

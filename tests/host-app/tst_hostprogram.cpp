@@ -184,6 +184,9 @@ void TestHostProgram::commandsAreAnsweredOneByOne()
                              "screenshot /nowhere/at/all.png\n"
                              "\n"
                              "configure\n"
+                             "invoke tabWidget_4 update\n"
+                             "invoke tabWidget_4 frobnicate\n"
+                             "invoke nothing update\n"
                              "quit\n";
     QList<QJsonObject> answers;
     for (const QJsonObject &line :
@@ -191,8 +194,8 @@ void TestHostProgram::commandsAreAnsweredOneByOne()
         if (line["what"_L1] == "done"_L1)
             answers.append(line);
     }
-    QCOMPARE(answers.size(), 8);
-    const QList<bool> expected{false, false, true, false, false, false, true, true};
+    QCOMPARE(answers.size(), 11);
+    const QList<bool> expected{false, false, true, false, false, false, true, true, false, false, true};
     for (qsizetype i = 0; i < expected.size(); ++i) {
         QCOMPARE(answers.at(i)["ok"_L1].toBool(), expected.at(i));
         QCOMPARE(answers.at(i)["problem"_L1].toString().isEmpty(), expected.at(i));
